@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Installs what the build needs from Debian's packages (run as root). Packages
+# already present are not fetched again.
+set -euo pipefail
+packages=(cmake ninja-build g++ qtbase5-dev libgtest-dev libbenchmark-dev "$@")
+missing=()
+for p in "${packages[@]}"; do
+  dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -qq
+  apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi

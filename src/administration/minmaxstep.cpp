@@ -1,0 +1,23 @@
+// MinMaxStep's field table and accessors.
+#include "minmaxstep.h"
+
+#include "../frame/classimpl.h"
+
+namespace HALVANE {
+
+namespace {
+using namespace frame;
+constexpr FieldDef kFields[] = {
+    doubleField("Min", 0x4ECB4E58, Required),
+    doubleField("Max", 0x6E8DD7F5, Required),
+    doubleField("Step", 0x0BB0BDA2, Required),
+};
+} // namespace
+
+HALVANE_CLASS_DEFINITION(MinMaxStep, 0xC44D9F13, kFields, nullptr, nullptr)
+
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Min, 0)
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Max, 1)
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Step, 2)
+
+} // namespace HALVANE

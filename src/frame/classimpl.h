@@ -1,0 +1,248 @@
+// Definitions of a data class's members, each one line that forwards to the
+// frame with the class's descriptor and the field's row. Used in the class's
+// own source file, after its field table kFields:
+//
+//     HALVANE_CLASS_DEFINITION(ModeManager, 0xC37A4ADF, kFields, nullptr, nullptr)
+//     HALVANE_ENUM_ACCESSORS(ModeManager, RunningState, 0)
+//
+// Each accessor macro checks at compile time that row I is the field F.
+#ifndef HALVANE_FRAME_CLASSIMPL_H
+#define HALVANE_FRAME_CLASSIMPL_H
+
+#include "dataclass.h"
+#include "frame.h"
+
+#include <new>
+
+namespace HALVANE {
+namespace frame {
+
+/*! The type-erased operations of data class X and of QVector<X>. */
+template <class X>
+struct OpsImpl {
+    static_assert(sizeof(X) == kObjectSize, "a data class is the object base plus one pointer");
+    using List = QVector<X>;
+
+    static void construct(void *at) { new (at) X(); }
+    static void copy(void *at, const void *from) { new (at) X(*static_cast<const X *>(from)); }
+    static void destroy(void *at) { static_cast<X *>(at)->~X(); }
+    static void assign(void *to, const void *from) { *static_cast<X *>(to) = *static_cast<const X *>(from); }
+    static QUILLET::IQuilletObject *base(void *object) { return static_cast<X *>(object); }
+    static Payload **payload(void *object) { return &static_cast<X *>(object)->d; }
+    static void listConstruct(void *at) { new (at) List(); }
+    static void listCopy(void *at, const void *from) { new (at) List(*static_cast<const List *>(from)); }
+    static void listDestroy(void *at) { static_cast<List *>(at)->~List(); }
+    static void listAssign(void *to, const void *from) { *static_cast<List *>(to) = *static_cast<const List *>(from); }
+    static int listSize(const void *list) { return static_cast<const List *>(list)->size(); }
+    static void *listAt(void *list, int i) { return &(*static_cast<List *>(list))[i]; }
+    static const void *listAtConst(const void *list, int i) { return &static_cast<const List *>(list)->at(i); }
+    static void listAppend(void *list, const void *item) { static_cast<List *>(list)->append(*static_cast<const X *>(item)); }
+    static void listClear(void *list) { static_cast<List *>(list)->clear(); }
+    static void listReserve(void *list, int size) { static_cast<List *>(list)->reserve(size); }
+
+    static constexpr ObjectOps make(const ClassDescriptor *desc)
+    {
+        return ObjectOps{desc, &construct, &copy, &destroy, &assign, &base, &payload,
+                         &listConstruct, &listCopy, &listDestroy, &listAssign, &listSize,
+                         &listAt, &listAtConst, &listAppend, &listClear, &listReserve};
+    }
+};
+
+/*! The operations of the item class X of a nested or list field, for its row. */
+template <class X>
+const ObjectOps &opsOf()
+{
+    return halvaneOps(static_cast<const X *>(nullptr));
+}
+
+template <class T> T defaultOf(const FieldDef &f);
+template <> inline bool defaultOf<bool>(const FieldDef &f) { return f.initInt != 0; }
+template <> inline int defaultOf<int>(const FieldDef &f) { return int(f.initInt); }
+template <> inline qint64 defaultOf<qint64>(const FieldDef &f) { return f.initInt; }
+template <> inline double defaultOf<double>(const FieldDef &f) { return f.initReal; }
+template <> inline float defaultOf<float>(const FieldDef &f) { return float(f.initReal); }
+template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.initInt); }
+
+} // namespace frame
+} // namespace HALVANE
+
+#define HALVANE_OBJ_ (::HALVANE::frame::Obj{&kDescriptor, &d, this})
+#define HALVANE_ROW_(I) (kDescriptor.fields[I])
+
+/*! The class's descriptor and operations, and the members every data class has. */
+#define HALVANE_CLASS_DEFINITION(X, ID, FIELDS, HOOKS, ORDER)                                          \
+    namespace {                                                                                      \
+    const ::HALVANE::frame::ClassDescriptor kDescriptor(#X, ID, FIELDS,                              \
+                                                        int(sizeof(FIELDS) / sizeof(FIELDS[0])),     \
+                                                        HOOKS, ORDER);                               \
+    constexpr ::HALVANE::frame::ObjectOps kOps = ::HALVANE::frame::OpsImpl<X>::make(&kDescriptor);   \
+    }                                                                                                \
+    const ::HALVANE::frame::ObjectOps &halvaneOps(const X *) { return kOps; }                        \
+    const qint64 X::id = qint64(quint32(ID));                                                        \
+    X::X() { SetObjectName(GetStaticObjectName()); m_objectType = QUILLET::ObjectTypes(quint32(ID)); } \
+    X::X(const X &other) : QUILLET::IQuilletObject(other.GetObjectType()), d(other.d)               \
+    {                                                                                                \
+        ::HALVANE::frame::retain(d);                                                                 \
+        SetObjectName(GetStaticObjectName());                                                        \
+        m_objectType = QUILLET::ObjectTypes(quint32(ID));                                            \
+        X::SetValidate(other.GetValidate());                                                         \
+    }                                                                                                \
+    X &X::operator=(const X &other)                                                                  \
+    {                                                                                                \
+        ::HALVANE::frame::assign(kDescriptor, d, other.d);                                           \
+        return *this;                                                                                \
+    }                                                                                                \
+    X::~X() { ::HALVANE::frame::release(kDescriptor, d); }                                           \
+    bool X::operator==(const X &other) const                                                         \
+    {                                                                                                \
+        return ::HALVANE::frame::equals(HALVANE_OBJ_, ::HALVANE::frame::Obj{&kDescriptor, &other.d, &other}); \
+    }                                                                                                \
+    bool X::HasData() const { return ::HALVANE::frame::hasData(HALVANE_OBJ_); }                      \
+    bool X::AnyData() const { return ::HALVANE::frame::anyData(HALVANE_OBJ_); }                      \
+    void X::Reset() { ::HALVANE::frame::reset(HALVANE_OBJ_); }                                       \
+    void X::ResetToDefault() { ::HALVANE::frame::resetToDefault(HALVANE_OBJ_); }                     \
+    void X::Check() const { Check(false); }                                                          \
+    void X::Check(bool recursive) const { ::HALVANE::frame::check(HALVANE_OBJ_, recursive); }        \
+    qint64 X::GetId() { return id; }                                                                 \
+    QString X::GetStaticObjectName() { return QStringLiteral(#X); }                                  \
+    void X::SetObjectType(QUILLET::ObjectTypes) {}                                                   \
+    void X::SetValidate(bool validate) const                                                         \
+    {                                                                                                \
+        IQuilletObject::SetValidate(validate);                                                       \
+        ::HALVANE::frame::setValidate(HALVANE_OBJ_, validate);                                       \
+    }                                                                                                \
+    void X::SetLogger(std::shared_ptr<QUILLET::Logger> logger) const                                 \
+    {                                                                                                \
+        IQuilletObject::SetLogger(logger);                                                           \
+        ::HALVANE::frame::setLogger(HALVANE_OBJ_, logger);                                           \
+    }                                                                                                \
+    void X::GetXml(QXmlStreamWriter &writer) const { ::HALVANE::frame::getXml(HALVANE_OBJ_, writer); } \
+    void X::ProcessXml(QXmlStreamReader &reader) { ::HALVANE::frame::processXml(HALVANE_OBJ_, reader); } \
+    void X::ProcessXmlStartElement(QXmlStreamReader &reader)                                         \
+    {                                                                                                \
+        ::HALVANE::frame::processXmlStartElement(HALVANE_OBJ_, reader);                              \
+    }                                                                                                \
+    bool X::GetBinary(QDataStream &stream, int tag, bool writeTag) const                             \
+    {                                                                                                \
+        return ::HALVANE::frame::getBinary(HALVANE_OBJ_, stream, tag, writeTag);                     \
+    }                                                                                                \
+    void X::SetBinary(QDataStream &stream, int length)                                               \
+    {                                                                                                \
+        ::HALVANE::frame::setBinary(HALVANE_OBJ_, stream, length);                                   \
+    }                                                                                                \
+    void X::GetVersionSpecificBinaryWithoutValidation(QDataStream &stream) const                     \
+    {                                                                                                \
+        ::HALVANE::frame::writeRaw(HALVANE_OBJ_, stream);                                            \
+    }                                                                                                \
+    void X::SetVersionSpecificBinaryWithoutValidation(QDataStream &stream)                           \
+    {                                                                                                \
+        ::HALVANE::frame::readRaw(HALVANE_OBJ_, stream);                                             \
+    }                                                                                                \
+    void X::InitData() const { ::HALVANE::frame::initData(HALVANE_OBJ_); }                           \
+    void X::ConstNoClearReset() const { ::HALVANE::frame::constNoClearReset(HALVANE_OBJ_); }
+
+#define HALVANE_CHECK_ROW_(F, I) \
+    static_assert(::HALVANE::frame::named(kFields[I], #F), "row " #I " of the field table is not " #F);
+
+#define HALVANE_COMMON_ACCESSORS_(X, F, I)                                             \
+    HALVANE_CHECK_ROW_(F, I)                                                           \
+    bool X::Is##F##Set() const { return ::HALVANE::frame::isSet(HALVANE_OBJ_, I); }    \
+    void X::Reset##F() { ::HALVANE::frame::resetField(HALVANE_OBJ_, I); }
+
+#define HALVANE_VALUE_GET_SET_(X, T, F, I)                                                        \
+    T X::Get##F() const { return *static_cast<const T *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
+    void X::Set##F(T value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
+
+#define HALVANE_BOOL_ACCESSORS(X, F, I)                                       \
+    HALVANE_COMMON_ACCESSORS_(X, F, I)                                        \
+    HALVANE_VALUE_GET_SET_(X, bool, F, I)                                     \
+    bool X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<bool>(kFields[I]); }
+
+#define HALVANE_NUMBER_ACCESSORS_(X, T, F, I)                                               \
+    HALVANE_COMMON_ACCESSORS_(X, F, I)                                                      \
+    HALVANE_VALUE_GET_SET_(X, T, F, I)                                                      \
+    T X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<T>(kFields[I]); }       \
+    bool X::IsValid##F(const T &value) const                                                \
+    {                                                                                       \
+        return ::HALVANE::frame::isValidValue(HALVANE_ROW_(I), &value);                     \
+    }
+
+#define HALVANE_INT_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, int, F, I)
+#define HALVANE_INT64_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, qint64, F, I)
+#define HALVANE_DOUBLE_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, double, F, I)
+#define HALVANE_FLOAT_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, float, F, I)
+
+#define HALVANE_STRING_ACCESSORS(X, F, I)                                                         \
+    HALVANE_COMMON_ACCESSORS_(X, F, I)                                                            \
+    QString X::Get##F() { return *static_cast<const QString *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
+    void X::Set##F(QString value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }      \
+    QString X::GetDefault##F() const { return HALVANE_ROW_(I).initString; }                      \
+    bool X::IsValid##F(const QString &value) const { return !value.isNull(); }
+
+// Date-time, nested and list fields: const and mutable references.
+#define HALVANE_REFERENCE_ACCESSORS_(X, T, F, I)                                                     \
+    HALVANE_COMMON_ACCESSORS_(X, F, I)                                                               \
+    auto X::Get##F() const->const T & { return *static_cast<const T *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
+    auto X::Get##F()->T & { return *static_cast<T *>(::HALVANE::frame::mutableValueOf(HALVANE_OBJ_, I)); } \
+    void X::Set##F(const T &value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
+
+#define HALVANE_DATETIME_ACCESSORS(X, F, I)                           \
+    HALVANE_REFERENCE_ACCESSORS_(X, QDateTime, F, I)                  \
+    QDateTime X::GetDefault##F() const { return QDateTime(); }        \
+    bool X::IsValid##F(const QDateTime &) const { return true; }
+
+#define HALVANE_NESTED_ACCESSORS(X, T, F, I)   \
+    HALVANE_REFERENCE_ACCESSORS_(X, T, F, I)   \
+    bool X::IsValid##F(const T &) const { return true; }
+
+#define HALVANE_LIST_ACCESSORS_(X, T, F, I)                                                             \
+    HALVANE_REFERENCE_ACCESSORS_(X, QVector<T>, F, I)                                                   \
+    void X::Append##F(const T &item) { ::HALVANE::frame::append(HALVANE_OBJ_, I, &item); }            \
+    bool X::IsValid##F(const T &item) const { return ::HALVANE::frame::isValidItem(HALVANE_ROW_(I), &item); } \
+    bool X::IsValid##F(const QVector<T> &items) const                                                  \
+    {                                                                                                   \
+        return ::HALVANE::frame::isValidList(HALVANE_ROW_(I), &items);                                  \
+    }
+
+#define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F, I) HALVANE_LIST_ACCESSORS_(X, T, F, I)
+#define HALVANE_STRING_LIST_ACCESSORS(X, F, I) HALVANE_LIST_ACCESSORS_(X, QString, F, I)
+
+#define HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)                                                      \
+    QString X::F##ToName(const F &value) { return kFields[I].table->text(0, value); }              \
+    X::F X::NameTo##F(const QString &name) { return kFields[I].table->find(0, name); }
+
+#define HALVANE_ENUM_ACCESSORS(X, F, I)                                                             \
+    HALVANE_COMMON_ACCESSORS_(X, F, I)                                                              \
+    const X::F &X::Get##F() const { return *static_cast<const F *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
+    void X::Set##F(F value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }               \
+    X::F X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<qint8>(kFields[I]); }        \
+    bool X::IsValid##F(const F &value) const { return kFields[I].table->isValid(value); }          \
+    X::F X::GetInvalid##F() const { return F(-1); }                                                 \
+    QString X::Get##F##AsString() const { return ::HALVANE::frame::enumAsString(HALVANE_OBJ_, I); } \
+    HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)
+
+#define HALVANE_ENUM_LIST_ACCESSORS(X, F, I)                                                  \
+    HALVANE_LIST_ACCESSORS_(X, F, F, I)                                                       \
+    X::F X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<qint8>(kFields[I]); }  \
+    X::F X::GetInvalid##F() const { return F(-1); }                                           \
+    HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)
+
+/*! A one-column table: its names and their translations. */
+#define HALVANE_ENUM_NAMES_ACCESSORS(X, F, I)                                   \
+    QStringList X::Get##F##s() { return kFields[I].table->names(); }           \
+    QStringList X::GetGUI##F##s() { return ::HALVANE::frame::guiNames(*kFields[I].table); }
+
+/*! A table of rows: a copy of the rows, shared until the caller writes to it. */
+#define HALVANE_ENUM_ROWS_ACCESSORS(X, F, Row, ROWS) \
+    QList<X::Row> X::Get##F##s() { return ROWS; }
+
+/*! Column COL (counted from Name as 0) of the table of field I. */
+#define HALVANE_ENUM_COLUMN_ACCESSORS(X, F, C, I, COL)                                   \
+    QString X::F##To##C(const F &value) { return kFields[I].table->text(COL, value); }   \
+    X::F X::C##To##F(const QString &text) { return kFields[I].table->find(COL, text); }
+
+#define HALVANE_ENUM_HELPID_ACCESSORS(X, F, I)                                       \
+    int X::F##ToHelpid(const F &value) const { return kFields[I].table->helpid(value); } \
+    X::F X::HelpidTo##F(const int &helpid) { return kFields[I].table->findHelpid(helpid); }
+
+#endif

@@ -1,0 +1,281 @@
+// The field tables that drive the frame: one FieldDef per field, one
+// ClassDescriptor per data class, and the payload they describe. Every
+// algorithm of the frame walks these rows; a class contributes nothing else.
+#ifndef HALVANE_FRAME_DESCRIPTOR_H
+#define HALVANE_FRAME_DESCRIPTOR_H
+
+#include "nametable.h"
+
+#include "../base/quilletobject.h"
+
+#include <QtCore/QAtomicInt>
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+#include <QtCore/QVector>
+
+class QDataStream;
+class QXmlStreamReader;
+class QXmlStreamWriter;
+
+namespace HALVANE {
+namespace frame {
+
+enum class Kind : quint8 {
+    Bool,
+    Int,
+    Int64,
+    Double,
+    Float,
+    String,
+    DateTime,
+    Enum,
+    Nested,
+    ObjectList,
+    StringList,
+    EnumList,
+};
+
+enum FieldFlag : quint8 {
+    Required = 0x01,
+    Attribute = 0x02,   // written as an XML attribute of the object's element
+    ElementToo = 0x04,  // an attribute also accepted as a child element
+    HasDefault = 0x08,  // the initial value counts as a default (ResetToDefault, empty bool)
+    HasRange = 0x10,    // numeric limits lo..hi, both included
+};
+
+struct ClassDescriptor;
+struct Payload;
+
+/*! Type-erased operations on one data class X and on QVector<X>; made by
+    opsFor<X>() in the class's own source file. Constant-initialised. */
+struct ObjectOps {
+    const ClassDescriptor *desc;
+    void (*construct)(void *at);
+    void (*copy)(void *at, const void *from);
+    void (*destroy)(void *at);
+    void (*assign)(void *to, const void *from);
+    QUILLET::IQuilletObject *(*base)(void *object);
+    Payload **(*payload)(void *object);
+    // QVector<X>
+    void (*listConstruct)(void *at);
+    void (*listCopy)(void *at, const void *from);
+    void (*listDestroy)(void *at);
+    void (*listAssign)(void *to, const void *from);
+    int (*listSize)(const void *list);
+    void *(*listAt)(void *list, int i);            // detaches the vector
+    const void *(*listAtConst)(const void *list, int i);
+    void (*listAppend)(void *list, const void *item);
+    void (*listClear)(void *list);
+    void (*listReserve)(void *list, int size);
+};
+
+using OpsFn = const ObjectOps &(*)();
+
+/*! One row of a class's field table, as the class writes it (see fields below). */
+struct FieldDef {
+    const char *name;    // field name: accessors, m_name in messages
+    const char *element; // element or attribute name; nested: the class's object name
+    quint32 tag;
+    Kind kind;
+    quint8 flags;
+    double lo;           // limits when HasRange
+    double hi;
+    qint64 initInt;      // initial value of bool, int, int64 and enum fields
+    double initReal;     // initial value of double and float fields
+    const char *initText;// initial value of string fields; nullptr: null string
+    const NameTable *table; // Enum, EnumList
+    OpsFn ops;           // Nested, ObjectList: the item class
+
+    constexpr FieldDef withElement(const char *name_) const
+    {
+        FieldDef f = *this;
+        f.element = name_;
+        return f;
+    }
+    constexpr FieldDef withRange(double lo_, double hi_) const
+    {
+        FieldDef f = *this;
+        f.flags = quint8(f.flags | HasRange);
+        f.lo = lo_;
+        f.hi = hi_;
+        return f;
+    }
+    constexpr FieldDef withDefault() const
+    {
+        FieldDef f = *this;
+        f.flags = quint8(f.flags | HasDefault);
+        return f;
+    }
+};
+
+constexpr FieldDef makeField(const char *name, quint32 tag, Kind kind, quint8 flags)
+{
+    return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr};
+}
+constexpr FieldDef boolField(const char *name, quint32 tag, quint8 flags, bool init = false)
+{
+    FieldDef f = makeField(name, tag, Kind::Bool, flags);
+    f.initInt = init;
+    return f;
+}
+constexpr FieldDef intField(const char *name, quint32 tag, quint8 flags, qint64 init = 0)
+{
+    FieldDef f = makeField(name, tag, Kind::Int, flags);
+    f.initInt = init;
+    return f;
+}
+constexpr FieldDef int64Field(const char *name, quint32 tag, quint8 flags, qint64 init = 0)
+{
+    FieldDef f = makeField(name, tag, Kind::Int64, flags);
+    f.initInt = init;
+    return f;
+}
+constexpr FieldDef doubleField(const char *name, quint32 tag, quint8 flags, double init = 0.0)
+{
+    FieldDef f = makeField(name, tag, Kind::Double, flags);
+    f.initReal = init;
+    return f;
+}
+constexpr FieldDef floatField(const char *name, quint32 tag, quint8 flags, double init = 0.0)
+{
+    FieldDef f = makeField(name, tag, Kind::Float, flags);
+    f.initReal = init;
+    return f;
+}
+constexpr FieldDef stringField(const char *name, quint32 tag, quint8 flags, const char *init = nullptr)
+{
+    FieldDef f = makeField(name, tag, Kind::String, flags);
+    f.initText = init;
+    return f;
+}
+constexpr FieldDef dateTimeField(const char *name, quint32 tag, quint8 flags)
+{
+    return makeField(name, tag, Kind::DateTime, flags);
+}
+constexpr FieldDef enumField(const char *name, quint32 tag, quint8 flags, const NameTable *table,
+                             qint64 init = -1)
+{
+    FieldDef f = makeField(name, tag, Kind::Enum, flags);
+    f.table = table;
+    f.initInt = init;
+    return f;
+}
+constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+{
+    FieldDef f = makeField(name, tag, Kind::Nested, flags);
+    f.ops = ops;
+    return f;
+}
+constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+{
+    FieldDef f = makeField(name, tag, Kind::ObjectList, flags);
+    f.ops = ops;
+    return f;
+}
+constexpr FieldDef stringListField(const char *name, quint32 tag, quint8 flags)
+{
+    return makeField(name, tag, Kind::StringList, flags);
+}
+constexpr FieldDef enumListField(const char *name, quint32 tag, quint8 flags, const NameTable *table)
+{
+    FieldDef f = makeField(name, tag, Kind::EnumList, flags);
+    f.table = table;
+    f.initInt = -1;
+    return f;
+}
+
+/*! True when row \a f is the field called \a name: lets accessors check their row at compile time. */
+constexpr bool named(const FieldDef &f, const char *name)
+{
+    const char *a = f.name;
+    while (*a && *a == *name) {
+        ++a;
+        ++name;
+    }
+    return *a == *name;
+}
+
+/*! Departures of a class from the frame's algorithms. Null pointers are the
+    frame's own behaviour; most classes have no hooks at all. */
+struct Hooks {
+    // Tests beyond the field rules, run after them by Check.
+    void (*checkExtra)(const QUILLET::IQuilletObject &self, bool recursive);
+};
+
+/*! A field row with what the frame derives from it once. */
+struct Field : FieldDef {
+    const ObjectOps *itemOps; // Nested, ObjectList
+    QString elementName;
+    QString initString;
+    QString memberName;  // "m_" + name with a lower-case first letter
+    quint16 offset;      // of the value inside the payload
+    quint8 bit;
+    bool required() const { return flags & Required; }
+    bool attribute() const { return flags & Attribute; }
+};
+
+struct ClassDescriptor {
+    ClassDescriptor(const char *name, quint32 id, const FieldDef *fields, int count,
+                    const Hooks *hooks = nullptr, const quint8 *taggedOrder = nullptr);
+    ClassDescriptor(const ClassDescriptor &) = delete;
+    ClassDescriptor &operator=(const ClassDescriptor &) = delete;
+
+    QString name;
+    quint32 id;
+    QVector<Field> fields;
+    QVector<quint8> taggedOrder; // field indices in the order of the tagged form
+    const Hooks *hooks;
+    StringIndex elements;        // element name -> field index (children only)
+    quint16 payloadSize;
+    quint16 stateOffset;         // push state byte, classes with nested objects or lists
+    quint8 wordCount;            // presence words
+    bool hasChildren;            // nested or object list fields
+    bool hasRequired;
+
+    int findTag(quint32 tag) const;
+
+private:
+    QVector<quint32> m_tags;     // sorted
+    QVector<quint8> m_tagFields;
+};
+
+/*! The payload: reference count and presence bits, then the values at the
+    offsets of their fields. Laid out by ClassDescriptor. */
+struct Payload {
+    QAtomicInt ref;
+    // Followed by wordCount words of presence bits, then the values.
+    char *data() { return reinterpret_cast<char *>(this); }
+    const char *data() const { return reinterpret_cast<const char *>(this); }
+    quint32 *words() { return reinterpret_cast<quint32 *>(data() + kWordsOffset); }
+    const quint32 *words() const { return reinterpret_cast<const quint32 *>(data() + kWordsOffset); }
+    bool bit(int n) const { return words()[n >> 5] & (1u << (n & 31)); }
+    void setBit(int n) { words()[n >> 5] |= 1u << (n & 31); }
+    void clearBit(int n) { words()[n >> 5] &= ~(1u << (n & 31)); }
+    void *at(const Field &f) { return data() + f.offset; }
+    template <class T>
+    T &value(const Field &f) { return *reinterpret_cast<T *>(data() + f.offset); }
+    quint8 &state(const ClassDescriptor &desc);
+
+    static constexpr int kWordsOffset = sizeof(QAtomicInt);
+};
+
+/*! Every data class is the object base plus one payload pointer. */
+constexpr int kObjectSize = int(sizeof(QUILLET::IQuilletObject) + sizeof(void *));
+
+/*! The frame's handle on one object: its table, its payload pointer and the
+    object itself for the virtual operations. */
+struct Obj {
+    const ClassDescriptor *desc;
+    Payload **d;
+    const QUILLET::IQuilletObject *self;
+};
+
+inline quint8 &Payload::state(const ClassDescriptor &desc)
+{
+    return *reinterpret_cast<quint8 *>(data() + desc.stateOffset);
+}
+
+} // namespace frame
+} // namespace HALVANE
+
+#endif

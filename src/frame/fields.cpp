@@ -1,0 +1,302 @@
+// Field accessors: presence bits, getters, setters with their tests, appends.
+#include "frame.h"
+#include "messages.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QObject>
+
+namespace HALVANE {
+namespace frame {
+
+namespace {
+
+bool isChild(Kind kind)
+{
+    return kind == Kind::Nested || kind == Kind::ObjectList;
+}
+
+bool inRange(const Field &f, double value)
+{
+    return !(f.flags & HasRange) || (value >= f.lo && value <= f.hi);
+}
+
+// The setter's test; throws only when the object validates.
+void testValue(const Obj &o, const Field &f, const void *value)
+{
+    switch (f.kind) {
+    case Kind::Enum:
+        if (!f.table->isValid(*static_cast<const qint8 *>(value)))
+            messages::invalidEnum(o.desc->name, f.memberName);
+        break;
+    case Kind::String:
+        if (static_cast<const QString *>(value)->isNull())
+            messages::nullString(o.self->GetObjectName(), f.elementName);
+        break;
+    case Kind::Int:
+        if (!inRange(f, *static_cast<const qint32 *>(value)))
+            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
+        break;
+    case Kind::Int64:
+        if (!inRange(f, double(*static_cast<const qint64 *>(value))))
+            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
+        break;
+    case Kind::Double:
+        if (!inRange(f, *static_cast<const double *>(value)))
+            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
+        break;
+    case Kind::Float:
+        if (!inRange(f, double(*static_cast<const float *>(value))))
+            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
+        break;
+    case Kind::Bool:
+    case Kind::DateTime:
+    case Kind::Nested:
+    case Kind::ObjectList:
+    case Kind::StringList:
+    case Kind::EnumList:
+        break;
+    }
+}
+
+void storeValue(const Field &f, void *at, const void *value)
+{
+    switch (f.kind) {
+    case Kind::Bool:
+    case Kind::Enum:
+        *static_cast<quint8 *>(at) = *static_cast<const quint8 *>(value);
+        break;
+    case Kind::Int:
+    case Kind::Float:
+        *static_cast<quint32 *>(at) = *static_cast<const quint32 *>(value);
+        break;
+    case Kind::Int64:
+    case Kind::Double:
+        *static_cast<quint64 *>(at) = *static_cast<const quint64 *>(value);
+        break;
+    case Kind::String:
+        *static_cast<QString *>(at) = *static_cast<const QString *>(value);
+        break;
+    case Kind::DateTime:
+        *static_cast<QDateTime *>(at) = *static_cast<const QDateTime *>(value);
+        break;
+    case Kind::Nested:
+        f.itemOps->assign(at, value);
+        break;
+    case Kind::ObjectList:
+        f.itemOps->listAssign(at, value);
+        break;
+    case Kind::StringList:
+        *static_cast<QVector<QString> *>(at) = *static_cast<const QVector<QString> *>(value);
+        break;
+    case Kind::EnumList:
+        *static_cast<QVector<qint8> *>(at) = *static_cast<const QVector<qint8> *>(value);
+        break;
+    }
+}
+
+} // namespace
+
+bool isSet(const Obj &o, int field)
+{
+    const Payload *p = access(o);
+    return p && p->bit(o.desc->fields[field].bit);
+}
+
+void resetField(const Obj &o, int field)
+{
+    Payload *p = access(o);
+    if (!p)
+        return;
+    const Field &f = o.desc->fields[field];
+    p->clearBit(f.bit);
+    void *at = p->at(f);
+    switch (f.kind) {
+    case Kind::Nested: {
+        alignas(QUILLET::IQuilletObject) char fresh[kObjectSize];
+        f.itemOps->construct(fresh);
+        f.itemOps->assign(at, fresh);
+        f.itemOps->destroy(fresh);
+        break;
+    }
+    case Kind::ObjectList:
+        f.itemOps->listClear(at);
+        break;
+    case Kind::StringList:
+        static_cast<QVector<QString> *>(at)->clear();
+        break;
+    case Kind::EnumList:
+        static_cast<QVector<qint8> *>(at)->clear();
+        break;
+    case Kind::String:
+        *static_cast<QString *>(at) = f.initString;
+        break;
+    case Kind::DateTime:
+        *static_cast<QDateTime *>(at) = QDateTime();
+        break;
+    case Kind::Bool:
+        *static_cast<bool *>(at) = f.initInt != 0;
+        break;
+    case Kind::Int:
+        *static_cast<qint32 *>(at) = qint32(f.initInt);
+        break;
+    case Kind::Int64:
+        *static_cast<qint64 *>(at) = f.initInt;
+        break;
+    case Kind::Double:
+        *static_cast<double *>(at) = f.initReal;
+        break;
+    case Kind::Float:
+        *static_cast<float *>(at) = float(f.initReal);
+        break;
+    case Kind::Enum:
+        *static_cast<qint8 *>(at) = qint8(f.initInt);
+        break;
+    }
+    if (isChild(f.kind))
+        markChildrenDirty(p, *o.desc);
+}
+
+void *valueOf(const Obj &o, int field)
+{
+    Payload *p = initData(o);
+    const Field &f = o.desc->fields[field];
+    // A const reference to a nested object still lets a caller change its
+    // flag or logger, so the next prologue pushes them again.
+    if (isChild(f.kind))
+        markChildrenDirty(p, *o.desc);
+    return p->at(f);
+}
+
+void *mutableValueOf(const Obj &o, int field)
+{
+    Payload *p = initData(o);
+    const Field &f = o.desc->fields[field];
+    p->setBit(f.bit);
+    if (isChild(f.kind))
+        markChildrenDirty(p, *o.desc);
+    return p->at(f);
+}
+
+void setValue(const Obj &o, int field, const void *value)
+{
+    Payload *p = initData(o);
+    const Field &f = o.desc->fields[field];
+    if (o.self->GetValidate())
+        testValue(o, f, value);
+    storeValue(f, p->at(f), value);
+    p->setBit(f.bit);
+    if (isChild(f.kind))
+        markChildrenDirty(p, *o.desc);
+}
+
+void append(const Obj &o, int field, const void *item)
+{
+    Payload *p = initData(o);
+    const Field &f = o.desc->fields[field];
+    void *list = p->at(f);
+    if (o.self->GetValidate()) {
+        bool good = true;
+        if (f.kind == Kind::ObjectList)
+            good = f.itemOps->base(const_cast<void *>(item))->HasData();
+        else if (f.kind == Kind::StringList)
+            good = o.self->IsValid(*static_cast<const QString *>(item));
+        else
+            good = isValidItem(f, item);
+        if (!good)
+            messages::appendRefused(o.self->GetObjectName(), QString::fromLatin1(f.name));
+    }
+    switch (f.kind) {
+    case Kind::ObjectList: {
+        f.itemOps->listAppend(list, item);
+        const int last = f.itemOps->listSize(list) - 1;
+        childChanged(o, p, objectAt(f.itemOps, f.itemOps->listAt(list, last)));
+        break;
+    }
+    case Kind::StringList:
+        static_cast<QVector<QString> *>(list)->append(*static_cast<const QString *>(item));
+        break;
+    case Kind::EnumList:
+        static_cast<QVector<qint8> *>(list)->append(*static_cast<const qint8 *>(item));
+        break;
+    default:
+        break;
+    }
+    p->setBit(f.bit);
+}
+
+bool isValidValue(const Field &f, const void *value)
+{
+    switch (f.kind) {
+    case Kind::Enum:
+        return f.table->isValid(*static_cast<const qint8 *>(value));
+    case Kind::String:
+        return !static_cast<const QString *>(value)->isNull();
+    case Kind::Int:
+        return inRange(f, *static_cast<const qint32 *>(value));
+    case Kind::Int64:
+        return inRange(f, double(*static_cast<const qint64 *>(value)));
+    case Kind::Double:
+        return inRange(f, *static_cast<const double *>(value));
+    case Kind::Float:
+        return inRange(f, double(*static_cast<const float *>(value)));
+    case Kind::Bool:
+    case Kind::DateTime:
+    case Kind::Nested:
+        return true;
+    case Kind::ObjectList:
+    case Kind::StringList:
+    case Kind::EnumList:
+        return isValidList(f, value);
+    }
+    return true;
+}
+
+bool isValidItem(const Field &f, const void *item)
+{
+    switch (f.kind) {
+    case Kind::StringList:
+        return !static_cast<const QString *>(item)->isNull();
+    case Kind::EnumList:
+        return f.table->isValid(*static_cast<const qint8 *>(item));
+    default:
+        return true; // data class items
+    }
+}
+
+bool isValidList(const Field &f, const void *list)
+{
+    switch (f.kind) {
+    case Kind::StringList:
+        for (const QString &s : *static_cast<const QVector<QString> *>(list)) {
+            if (s.isNull())
+                return false;
+        }
+        return true;
+    case Kind::EnumList:
+        for (qint8 v : *static_cast<const QVector<qint8> *>(list)) {
+            if (!f.table->isValid(v))
+                return false;
+        }
+        return true;
+    default:
+        return true;
+    }
+}
+
+QString enumAsString(const Obj &o, int field)
+{
+    const Field &f = o.desc->fields[field];
+    return f.table->text(0, *static_cast<const qint8 *>(initData(o)->at(f)));
+}
+
+QStringList guiNames(const NameTable &table)
+{
+    QStringList names;
+    names.reserve(table.size());
+    for (const QString &name : table.names())
+        names.append(QObject::tr(name.toUtf8().constData()));
+    return names;
+}
+
+} // namespace frame
+} // namespace HALVANE

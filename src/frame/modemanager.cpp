@@ -1,0 +1,49 @@
+// ModeManager's tables and accessors.
+#include "modemanager.h"
+
+#include "classimpl.h"
+
+namespace HALVANE {
+
+namespace {
+
+using Row = ModeManager::structMODSearchScanMode;
+
+const QStringList kRunningStates = {QStringLiteral("Off"), QStringLiteral("On")};
+const QStringList kDualStates = {QStringLiteral("Off"), QStringLiteral("On")};
+const QList<Row> kSearchScanModes = {
+    {QStringLiteral("IdleScanMode"), QStringLiteral("IDLE")},
+    {QStringLiteral("ContScanMode"), QStringLiteral("CONT")},
+    {QStringLiteral("HoldScanMode"), QStringLiteral("HOLD")},
+    {QStringLiteral("LeaveScanMode"), QStringLiteral("LEAVE")},
+    {QStringLiteral("RestartScanMode"), QStringLiteral("RESTART")},
+    {QStringLiteral("RunScanMode"), QStringLiteral("RUN")},
+    {QStringLiteral("StopScanMode"), QStringLiteral("STOP")},
+    {QStringLiteral("SuppScanMode"), QStringLiteral("SUPP")},
+};
+
+const frame::NameTable kRunningStateTable(kRunningStates);
+const frame::NameTable kDualStateTable(kDualStates);
+const frame::NameTable kSearchScanModeTable =
+    frame::NameTable::fromRows(kSearchScanModes, &Row::Name, &Row::Guiname);
+
+using namespace frame;
+constexpr FieldDef kFields[] = {
+    enumField("RunningState", 0xA2170003, Required, &kRunningStateTable),
+    enumField("DualState", 0xE15535C6, Required, &kDualStateTable),
+    enumField("SearchScanMode", 0xA98C8F75, Required, &kSearchScanModeTable),
+};
+
+} // namespace
+
+HALVANE_CLASS_DEFINITION(ModeManager, 0xC37A4ADF, kFields, nullptr, nullptr)
+
+HALVANE_ENUM_ACCESSORS(ModeManager, RunningState, 0)
+HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, RunningState, 0)
+HALVANE_ENUM_ACCESSORS(ModeManager, DualState, 1)
+HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, DualState, 1)
+HALVANE_ENUM_ACCESSORS(ModeManager, SearchScanMode, 2)
+HALVANE_ENUM_ROWS_ACCESSORS(ModeManager, SearchScanMode, structMODSearchScanMode, kSearchScanModes)
+HALVANE_ENUM_COLUMN_ACCESSORS(ModeManager, SearchScanMode, Guiname, 2, 1)
+
+} // namespace HALVANE

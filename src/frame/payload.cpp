@@ -1,0 +1,470 @@
+// Payload layout and lifetime: creating, copying (detaching), resetting and
+// destroying the values of a class's fields, and pushing the validation flag
+// and logger down into nested objects and list items.
+#include "frame.h"
+
+#include <QtCore/QDateTime>
+
+#include <algorithm>
+#include <new>
+
+namespace HALVANE {
+namespace frame {
+
+namespace {
+
+// Push state of a payload with nested objects or lists: when a bit is set,
+// every object below carries the flag in FlagValue (or no logger), so pushing
+// the same again can be skipped.
+enum PushState : quint8 { FlagClean = 0x01, FlagValue = 0x02, LoggerClean = 0x04 };
+
+struct SlotShape {
+    int size;
+    int align;
+};
+
+SlotShape shapeOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::Bool:
+    case Kind::Enum:
+        return {1, 1};
+    case Kind::Int:
+    case Kind::Float:
+        return {4, 4};
+    case Kind::Int64:
+    case Kind::Double:
+        return {8, 8};
+    case Kind::String:
+        return {int(sizeof(QString)), int(alignof(QString))};
+    case Kind::DateTime:
+        return {int(sizeof(QDateTime)), int(alignof(QDateTime))};
+    case Kind::Nested:
+        return {kObjectSize, int(alignof(QUILLET::IQuilletObject))};
+    case Kind::ObjectList:
+    case Kind::StringList:
+    case Kind::EnumList:
+        return {int(sizeof(QVector<QString>)), int(alignof(QVector<QString>))};
+    }
+    return {8, 8};
+}
+
+bool isChild(Kind kind)
+{
+    return kind == Kind::Nested || kind == Kind::ObjectList;
+}
+
+QString memberNameOf(const char *name)
+{
+    QString member = QString::fromLatin1(name);
+    if (!member.isEmpty())
+        member[0] = member[0].toLower();
+    return QStringLiteral("m_") + member;
+}
+
+// Writes the initial value of a field into raw storage.
+void constructValue(const Field &f, void *at)
+{
+    switch (f.kind) {
+    case Kind::Bool:
+        new (at) bool(f.initInt != 0);
+        break;
+    case Kind::Int:
+        new (at) qint32(qint32(f.initInt));
+        break;
+    case Kind::Int64:
+        new (at) qint64(f.initInt);
+        break;
+    case Kind::Double:
+        new (at) double(f.initReal);
+        break;
+    case Kind::Float:
+        new (at) float(float(f.initReal));
+        break;
+    case Kind::String:
+        new (at) QString(f.initString);
+        break;
+    case Kind::DateTime:
+        new (at) QDateTime();
+        break;
+    case Kind::Enum:
+        new (at) qint8(qint8(f.initInt));
+        break;
+    case Kind::Nested:
+        f.itemOps->construct(at);
+        break;
+    case Kind::ObjectList:
+        f.itemOps->listConstruct(at);
+        break;
+    case Kind::StringList:
+        new (at) QVector<QString>();
+        break;
+    case Kind::EnumList:
+        new (at) QVector<qint8>();
+        break;
+    }
+}
+
+void copyValue(const Field &f, void *at, const void *from)
+{
+    switch (f.kind) {
+    case Kind::Bool:
+    case Kind::Enum:
+        *static_cast<quint8 *>(at) = *static_cast<const quint8 *>(from);
+        break;
+    case Kind::Int:
+    case Kind::Float:
+        *static_cast<quint32 *>(at) = *static_cast<const quint32 *>(from);
+        break;
+    case Kind::Int64:
+    case Kind::Double:
+        *static_cast<quint64 *>(at) = *static_cast<const quint64 *>(from);
+        break;
+    case Kind::String:
+        new (at) QString(*static_cast<const QString *>(from));
+        break;
+    case Kind::DateTime:
+        new (at) QDateTime(*static_cast<const QDateTime *>(from));
+        break;
+    case Kind::Nested:
+        f.itemOps->copy(at, from);
+        break;
+    case Kind::ObjectList:
+        f.itemOps->listCopy(at, from);
+        break;
+    case Kind::StringList:
+        new (at) QVector<QString>(*static_cast<const QVector<QString> *>(from));
+        break;
+    case Kind::EnumList:
+        new (at) QVector<qint8>(*static_cast<const QVector<qint8> *>(from));
+        break;
+    }
+}
+
+void destroyValue(const Field &f, void *at)
+{
+    switch (f.kind) {
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::Enum:
+        break;
+    case Kind::String:
+        static_cast<QString *>(at)->~QString();
+        break;
+    case Kind::DateTime:
+        static_cast<QDateTime *>(at)->~QDateTime();
+        break;
+    case Kind::Nested:
+        f.itemOps->destroy(at);
+        break;
+    case Kind::ObjectList:
+        f.itemOps->listDestroy(at);
+        break;
+    case Kind::StringList:
+        static_cast<QVector<QString> *>(at)->~QVector<QString>();
+        break;
+    case Kind::EnumList:
+        static_cast<QVector<qint8> *>(at)->~QVector<qint8>();
+        break;
+    }
+}
+
+Payload *createPayload(const ClassDescriptor &desc)
+{
+    Payload *p = static_cast<Payload *>(::operator new(desc.payloadSize));
+    new (&p->ref) QAtomicInt(1);
+    std::fill_n(p->words(), desc.wordCount, 0u);
+    if (desc.hasChildren)
+        p->state(desc) = 0;
+    for (const Field &f : desc.fields)
+        constructValue(f, p->at(f));
+    return p;
+}
+
+Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
+{
+    Payload *p = static_cast<Payload *>(::operator new(desc.payloadSize));
+    new (&p->ref) QAtomicInt(1);
+    std::copy_n(from->words(), desc.wordCount, p->words());
+    // The copies of nested objects and list items are pushed again on the
+    // next prologue: a list shared with the source is detached by that walk.
+    if (desc.hasChildren)
+        p->state(desc) = 0;
+    for (const Field &f : desc.fields)
+        copyValue(f, p->at(f), from->at(f));
+    return p;
+}
+
+void destroyPayload(const ClassDescriptor &desc, Payload *p)
+{
+    for (const Field &f : desc.fields)
+        destroyValue(f, p->at(f));
+    p->ref.~QAtomicInt();
+    ::operator delete(p);
+}
+
+} // namespace
+
+ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef *defs, int count,
+                                 const Hooks *hooks_, const quint8 *order)
+    : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_)
+{
+    fields.reserve(count);
+    QVector<QString> elementNames;
+    hasChildren = false;
+    hasRequired = false;
+    for (int i = 0; i < count; ++i) {
+        Field f;
+        static_cast<FieldDef &>(f) = defs[i];
+        f.itemOps = defs[i].ops ? &defs[i].ops() : nullptr;
+        f.elementName = QString::fromLatin1(f.element);
+        f.initString = f.initText ? QString::fromUtf8(f.initText) : QString();
+        f.memberName = memberNameOf(f.name);
+        f.bit = quint8(i);
+        f.offset = 0;
+        hasChildren = hasChildren || isChild(f.kind);
+        hasRequired = hasRequired || f.required();
+        fields.append(f);
+        // Attributes are found among the children only where they may be elements too.
+        elementNames.append(!f.attribute() || (f.flags & ElementToo) ? f.elementName : QString());
+    }
+    elements.build(elementNames);
+
+    // Values by falling alignment, so that the payload has no holes.
+    wordCount = quint8(std::max(1, (count + 31) / 32));
+    int offset = Payload::kWordsOffset + 4 * wordCount;
+    for (int align : {8, 4, 2, 1}) {
+        for (Field &f : fields) {
+            const SlotShape shape = shapeOf(f.kind);
+            if (shape.align != align)
+                continue;
+            offset = (offset + align - 1) / align * align;
+            f.offset = quint16(offset);
+            offset += shape.size;
+        }
+    }
+    stateOffset = quint16(offset);
+    if (hasChildren)
+        ++offset;
+    payloadSize = quint16((offset + 7) / 8 * 8);
+
+    for (int i = 0; i < count; ++i)
+        taggedOrder.append(order ? order[i] : quint8(i));
+
+    QVector<QPair<quint32, quint8>> tags;
+    for (const Field &f : fields)
+        tags.append(qMakePair(f.tag, f.bit));
+    std::sort(tags.begin(), tags.end());
+    for (const auto &t : tags) {
+        m_tags.append(t.first);
+        m_tagFields.append(t.second);
+    }
+}
+
+int ClassDescriptor::findTag(quint32 tag) const
+{
+    const auto it = std::lower_bound(m_tags.constBegin(), m_tags.constEnd(), tag);
+    if (it == m_tags.constEnd() || *it != tag)
+        return -1;
+    return m_tagFields[int(it - m_tags.constBegin())];
+}
+
+void retain(Payload *p)
+{
+    if (p)
+        p->ref.ref();
+}
+
+void release(const ClassDescriptor &desc, Payload *&p)
+{
+    if (p && !p->ref.deref())
+        destroyPayload(desc, p);
+    p = nullptr;
+}
+
+void assign(const ClassDescriptor &desc, Payload *&to, Payload *from)
+{
+    if (to == from)
+        return;
+    retain(from);
+    release(desc, to);
+    to = from;
+}
+
+Payload *access(const Obj &o)
+{
+    Payload *p = *o.d;
+    if (p && p->ref.loadRelaxed() != 1) {
+        Payload *copy = clonePayload(*o.desc, p);
+        if (!p->ref.deref())
+            destroyPayload(*o.desc, p);
+        *o.d = copy;
+        p = copy;
+    }
+    return p;
+}
+
+Payload *initData(const Obj &o)
+{
+    if (Payload *p = access(o))
+        return p;
+    *o.d = createPayload(*o.desc);
+    o.self->SetValidate(o.self->GetValidate());
+    o.self->SetLogger(o.self->GetLogger());
+    return *o.d;
+}
+
+void constNoClearReset(const Obj &o)
+{
+    Payload *p = access(o);
+    if (!p)
+        return;
+    for (const Field &f : o.desc->fields) {
+        void *at = p->at(f);
+        switch (f.kind) {
+        case Kind::Nested: {
+            // Assigning a fresh object leaves the nested one without a payload
+            // and with its own flag and logger.
+            alignas(QUILLET::IQuilletObject) char fresh[kObjectSize];
+            f.itemOps->construct(fresh);
+            f.itemOps->assign(at, fresh);
+            f.itemOps->destroy(fresh);
+            break;
+        }
+        case Kind::ObjectList:
+            f.itemOps->listClear(at);
+            break;
+        default:
+            destroyValue(f, at);
+            constructValue(f, at);
+            break;
+        }
+    }
+}
+
+void reset(const Obj &o)
+{
+    Payload *p = access(o);
+    if (!p)
+        return;
+    std::fill_n(p->words(), o.desc->wordCount, 0u);
+    constNoClearReset(o);
+}
+
+void resetToDefault(const Obj &o)
+{
+    const bool existed = access(o) != nullptr;
+    initData(o);
+    if (existed)
+        const_cast<QUILLET::IQuilletObject *>(o.self)->Reset();
+    Payload *p = access(o);
+    for (const Field &f : o.desc->fields) {
+        if (!(f.flags & HasDefault))
+            continue;
+        bool usable = true;
+        if (f.kind == Kind::String)
+            usable = !f.initString.isNull();
+        else if (f.kind == Kind::Enum)
+            usable = f.initInt >= 0 && f.table && f.initInt < f.table->size();
+        if (usable)
+            p->setBit(f.bit);
+    }
+}
+
+void markChildrenDirty(Payload *p, const ClassDescriptor &desc)
+{
+    if (desc.hasChildren)
+        p->state(desc) = 0;
+}
+
+namespace {
+
+// Calls \a push on every nested object and list item of the payload.
+template <class Push>
+void forEachChild(const ClassDescriptor &desc, Payload *p, Push push)
+{
+    for (const Field &f : desc.fields) {
+        if (f.kind == Kind::Nested) {
+            push(f.itemOps->base(p->at(f)));
+        } else if (f.kind == Kind::ObjectList) {
+            void *list = p->at(f);
+            const int n = f.itemOps->listSize(list);
+            for (int i = 0; i < n; ++i)
+                push(f.itemOps->base(f.itemOps->listAt(list, i)));
+        }
+    }
+}
+
+} // namespace
+
+void setValidate(const Obj &o, bool validate)
+{
+    if (!o.desc->hasChildren)
+        return;
+    Payload *p = access(o);
+    if (!p)
+        return;
+    quint8 &state = p->state(*o.desc);
+    if ((state & FlagClean) && bool(state & FlagValue) == validate)
+        return;
+    forEachChild(*o.desc, p, [validate](QUILLET::IQuilletObject *child) { child->SetValidate(validate); });
+    state = quint8((state & LoggerClean) | FlagClean | (validate ? FlagValue : 0));
+}
+
+void setLogger(const Obj &o, const std::shared_ptr<QUILLET::Logger> &logger)
+{
+    if (!o.desc->hasChildren)
+        return;
+    Payload *p = access(o);
+    if (!p)
+        return;
+    quint8 &state = p->state(*o.desc);
+    if (!logger && (state & LoggerClean))
+        return;
+    forEachChild(*o.desc, p, [&logger](QUILLET::IQuilletObject *child) { child->SetLogger(logger); });
+    state = quint8((state & ~LoggerClean) | (logger ? 0 : LoggerClean));
+}
+
+void prologue(const Obj &o)
+{
+    o.self->SetValidate(o.self->GetValidate());
+    o.self->SetLogger(o.self->GetLogger());
+}
+
+namespace {
+
+quint8 childState(const Obj &child)
+{
+    Payload *p = *child.d;
+    if (!p || !child.desc->hasChildren)
+        return FlagClean | LoggerClean | (child.self->GetValidate() ? FlagValue : 0);
+    return p->state(*child.desc);
+}
+
+bool carriesFlag(const Obj &child, bool validate)
+{
+    const quint8 state = childState(child);
+    return child.self->GetValidate() == validate && (state & FlagClean) && bool(state & FlagValue) == validate;
+}
+
+bool carriesNoLogger(const Obj &child)
+{
+    return !child.self->HasLogger() && (childState(child) & LoggerClean);
+}
+
+} // namespace
+
+void childChanged(const Obj &owner, Payload *p, const Obj &child)
+{
+    quint8 &state = p->state(*owner.desc);
+    if ((state & FlagClean) && !carriesFlag(child, bool(state & FlagValue)))
+        state = quint8(state & ~(FlagClean | FlagValue));
+    if ((state & LoggerClean) && !carriesNoLogger(child))
+        state = quint8(state & ~LoggerClean);
+}
+
+} // namespace frame
+} // namespace HALVANE

@@ -1,0 +1,171 @@
+// XML form: one element per object, one child element per field.
+#include "frame.h"
+#include "messages.h"
+#include "text.h"
+
+#include <QtCore/QXmlStreamReader>
+#include <QtCore/QXmlStreamWriter>
+
+namespace HALVANE {
+namespace frame {
+
+namespace {
+
+QString elementText(QXmlStreamReader &reader)
+{
+    QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+    if (text.isNull())
+        text = QLatin1String("");
+    return text;
+}
+
+void writeObject(const Obj &o, QXmlStreamWriter &writer, bool checked);
+
+// A nested object or list item: its own GetXml, without repeating the
+// prologue and Check that the owner's Check has already run over it.
+void writeChild(const Field &f, void *at, QXmlStreamWriter &writer, bool checked)
+{
+    const Obj child = objectAt(f.itemOps, at);
+    if (checked)
+        writeObject(child, writer, true);
+    else
+        child.self->GetXml(writer);
+}
+
+void writeObject(const Obj &o, QXmlStreamWriter &writer, bool checked)
+{
+    const bool validate = o.self->GetValidate();
+    if (!checked) {
+        prologue(o);
+        if (validate)
+            o.self->Check();
+    }
+    if (validate && !o.self->HasData())
+        return;
+    Payload *p = initData(o);
+    writer.writeStartElement(o.self->GetObjectName());
+    for (const Field &f : o.desc->fields) {
+        if (f.attribute() && (f.required() || p->bit(f.bit)))
+            writer.writeAttribute(f.elementName, valueText(f, p->at(f)));
+    }
+    for (const Field &f : o.desc->fields) {
+        if (f.attribute())
+            continue;
+        void *at = p->at(f);
+        const bool set = p->bit(f.bit);
+        switch (f.kind) {
+        case Kind::Nested:
+            if (f.required() && validate && !f.itemOps->base(at)->HasData())
+                messages::incomplete(f.elementName, o.self->GetObjectName());
+            if (set)
+                writeChild(f, at, writer, validate);
+            break;
+        case Kind::ObjectList: {
+            const int n = f.itemOps->listSize(at);
+            for (int i = 0; i < n; ++i) {
+                void *item = f.itemOps->listAt(at, i);
+                if (f.required()) {
+                    if (validate && !f.itemOps->base(item)->HasData())
+                        messages::incomplete(f.elementName, o.self->GetObjectName());
+                    if (set)
+                        writeChild(f, item, writer, validate);
+                } else {
+                    writeChild(f, item, writer, validate && set);
+                }
+            }
+            break;
+        }
+        case Kind::StringList:
+            for (const QString &item : *static_cast<const QVector<QString> *>(at))
+                writer.writeTextElement(f.elementName, item);
+            break;
+        case Kind::EnumList:
+            for (qint8 item : *static_cast<const QVector<qint8> *>(at))
+                writer.writeTextElement(f.elementName, valueText(f, &item));
+            break;
+        case Kind::Bool:
+        case Kind::Int:
+        case Kind::Int64:
+        case Kind::Double:
+        case Kind::Float:
+        case Kind::String:
+        case Kind::DateTime:
+        case Kind::Enum:
+            if ((f.required() && f.kind != Kind::Bool) || set)
+                writer.writeTextElement(f.elementName, valueText(f, at));
+            break;
+        }
+    }
+    writer.writeEndElement();
+}
+
+} // namespace
+
+void getXml(const Obj &o, QXmlStreamWriter &writer)
+{
+    writeObject(o, writer, false);
+}
+
+void processXml(const Obj &o, QXmlStreamReader &reader)
+{
+    initData(o);
+    bool attributesRead = false;
+    QXmlStreamAttributes attributes;
+    for (const Field &f : o.desc->fields) {
+        if (!f.attribute())
+            continue;
+        if (!attributesRead) {
+            attributes = reader.attributes();
+            attributesRead = true;
+        }
+        if (attributes.hasAttribute(f.elementName))
+            setFromText(o, f.bit, attributes.value(f.elementName).toString());
+    }
+    const_cast<QUILLET::IQuilletObject *>(o.self)->QUILLET::IQuilletObject::ProcessXml(reader);
+}
+
+void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
+{
+    prologue(o);
+    const QStringRef name = reader.name();
+    Payload *p = initData(o);
+    const int index = o.desc->elements.find(QStringView(name));
+    if (index < 0) {
+        reader.skipCurrentElement();
+        return;
+    }
+    const Field &f = o.desc->fields[index];
+    switch (f.kind) {
+    case Kind::Nested: {
+        void *at = p->at(f);
+        f.itemOps->base(at)->ProcessXml(reader);
+        p = access(o);
+        p->setBit(f.bit);
+        childChanged(o, p, objectAt(f.itemOps, at));
+        break;
+    }
+    case Kind::ObjectList: {
+        TempItem item(f.itemOps);
+        item.object()->SetValidate(o.self->GetValidate());
+        item.object()->SetLogger(o.self->GetLogger());
+        item.object()->ProcessXml(reader);
+        append(o, index, item.get());
+        break;
+    }
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::StringList:
+    case Kind::EnumList:
+        setFromText(o, index, elementText(reader));
+        break;
+    }
+}
+
+} // namespace frame
+} // namespace HALVANE

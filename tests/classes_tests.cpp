@@ -1,0 +1,243 @@
+// The nine classes of administration and measurements: name table rows and
+// converters, golden documents, and a round trip of every class through all
+// three forms.
+#include "support.h"
+
+#include "frame/classimpl.h"
+
+using namespace HALVANE;
+using test::expectThrow;
+
+namespace {
+
+const QDateTime kStamp(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC);
+
+MeasurementData measurement(int item, double value)
+{
+    MeasurementData d;
+    d.SetValidate(true);
+    d.SetMeasurementItem(MeasurementData::MeasurementItem(item));
+    d.SetInternalKey(-7);
+    d.SetMeasurementMode(8);
+    d.SetMeasurementState(1);
+    d.GetMeasurementResult().SetTimeStamp(kStamp);
+    d.GetMeasurementResult().SetDoubleResult(value);
+    d.GetMeasurementResult().SetStringResult(QStringLiteral("text"));
+    d.GetMeasurementResult().SetUnit(QStringLiteral("dBuV"));
+    return d;
+}
+
+Administration administration()
+{
+    Administration a;
+    a.SetValidate(true);
+    a.SetHardwareStatus(6);
+    a.SetCW(10);
+    a.SetDriverType(33);
+    a.SetDrvCommands(38);
+    a.SetRDSState(2);
+    a.SetClearGroup(1);
+    a.SetIFPan(3);
+    a.SetDF(7);
+    a.SetGeneral(1);
+    a.SetMassDataStreams(16);
+    a.SetSpeed(3);
+    SensorMetaData &s = a.GetSensorMetaData();
+    s.SetGroup(QStringLiteral("Level"));
+    s.SetUnit(QStringLiteral("dBµV"));
+    s.GetMinMaxStep().SetMin(-10);
+    s.GetMinMaxStep().SetMax(10.5);
+    s.GetMinMaxStep().SetStep(0.25);
+    s.SetValueMin(1);
+    s.SetValueMax(2);
+    s.SetValueStep(3);
+    s.SetMeasurementInvalid(true);
+    s.SetOverload(0);
+    return a;
+}
+
+// The same object read back from each form; XML and the tagged form keep
+// two decimals, so their values are compared through their text.
+template <class T>
+void expectRoundTrip(const T &original)
+{
+    T fromXml, fromTagged, fromRaw;
+    test::readXml(fromXml, test::xml(original));
+    test::readTagged(fromTagged, test::tagged(original));
+    test::readRaw(fromRaw, test::raw(original));
+    EXPECT_EQ(test::xml(fromXml), test::xml(original));
+    EXPECT_EQ(test::xml(fromTagged), test::xml(original));
+    EXPECT_EQ(test::tagged(fromTagged), test::tagged(original));
+    EXPECT_TRUE(fromRaw == original);
+    EXPECT_EQ(test::raw(fromRaw), test::raw(original));
+}
+
+} // namespace
+
+TEST(Classes, AdministrationTablesAndConverters)
+{
+    EXPECT_EQ(Administration::NameToDriverType(QStringLiteral("Unknown_Driver")), 0);
+    EXPECT_EQ(Administration::NameToSpeed(QStringLiteral("Ludicrous speed")), 3);
+    EXPECT_EQ(Administration::NameToSpeed(QStringLiteral("ludicrous speed")), -1);
+    EXPECT_EQ(Administration::SelflagToDF(QStringLiteral("DFL")), 0);
+    EXPECT_EQ(Administration::ItemnameToDF(QStringLiteral("DeltaDFQuality")), 7);
+    EXPECT_EQ(Administration::TagToMassDataStreams(QStringLiteral("DFP")), 11);
+    EXPECT_EQ(Administration::MassDataStreamsToTag(1), QStringLiteral("AUD"));
+    EXPECT_EQ(Administration::HelpidToDriverType(80160), 21);
+    EXPECT_EQ(Administration::HelpidToDriverType(60400), 8);
+    EXPECT_EQ(Administration::HelpidToDriverType(-1), 0);
+    EXPECT_EQ(Administration::HelpidToDriverType(12345), -1);
+    Administration a;
+    EXPECT_EQ(a.DriverTypeToHelpid(-1), 0);
+    EXPECT_EQ(a.DriverTypeToHelpid(0), -1);
+    EXPECT_EQ(a.DriverTypeToHelpid(26), 80300);
+    EXPECT_EQ(Administration::CWToGuiname(4), QStringLiteral("AM+"));
+    EXPECT_EQ(Administration::GuinameToCW(QStringLiteral("FM-")), 8);
+    EXPECT_EQ(Administration::CWToSelflag(2), QStringLiteral("FSTR"));
+    EXPECT_TRUE(Administration::CWToName(11).isNull());
+    EXPECT_TRUE(Administration::IFPanToGuiname(-1).isNull());
+    EXPECT_EQ(Administration::GeneralToGuiname(1), QStringLiteral("SelCal"));
+
+    const QStringList commands = Administration::GetGUIDrvCommandss();
+    ASSERT_EQ(commands.size(), 39);
+    EXPECT_EQ(commands.first(), QStringLiteral("NOCOMMAND"));
+    EXPECT_EQ(commands.last(), QStringLiteral("OSTROM_DFSCAN"));
+    EXPECT_EQ(Administration::GetHardwareStatuss().size(), 7);
+    const auto drivers = Administration::GetDriverTypes();
+    ASSERT_EQ(drivers.size(), 34);
+    EXPECT_EQ(drivers[24].Name, QStringLiteral("Alder8_Driver"));
+    EXPECT_EQ(drivers[24].Helpid, 60480);
+    const auto dfs = Administration::GetDFs();
+    ASSERT_EQ(dfs.size(), 8);
+    EXPECT_EQ(dfs[3].Itemname, QStringLiteral("ELEVATIONTHRESHOLD"));
+    EXPECT_EQ(Administration::GetMassDataStreamss().size(), 17);
+    EXPECT_EQ(Administration::GetIFPans()[1].Selflag, QStringLiteral("MIN"));
+    EXPECT_EQ(Administration::GetGenerals().size(), 2);
+    EXPECT_EQ(Administration::GetCWs().size(), 11);
+    EXPECT_EQ(Administration::GetGUISpeeds().size(), 4);
+    EXPECT_EQ(Administration::GetGUIRDSStates().size(), 3);
+    EXPECT_EQ(Administration::GetGUIClearGroups().size(), 2);
+    EXPECT_EQ(Administration::GetGUIHardwareStatuss().at(6), QStringLiteral("INITMEMORY"));
+}
+
+TEST(Classes, MeasurementItemTable)
+{
+    const auto rows = MeasurementList::GetMeasurementItems();
+    ASSERT_EQ(rows.size(), 69);
+    EXPECT_EQ(rows[68].Name, QStringLiteral("Compass_Offset"));
+    EXPECT_EQ(rows[19].Itemname, QStringLiteral("FMScan_AM"));
+    EXPECT_EQ(rows[14].Itemname, QStringLiteral("IFPan;Level"));
+    EXPECT_EQ(MeasurementData::GetMeasurementItems().size(), 69);
+    EXPECT_EQ(MeasurementList::NameToMeasurementItem(QStringLiteral("CW_Field Strength")), 2);
+    EXPECT_EQ(MeasurementList::ItemnameToMeasurementItem(QStringLiteral("FScan_AM")), -1);
+    EXPECT_EQ(MeasurementData::SelflagToMeasurementItem(QStringLiteral("VOLT:AC")), 0);
+    EXPECT_EQ(MeasurementData::UnitToMeasurementItem(QStringLiteral("Hz")), 1);
+    EXPECT_EQ(MeasurementData::UsedbyostromToMeasurementItem(QStringLiteral("true")), 0);
+    EXPECT_EQ(MeasurementList::ModeToMeasurementItem(QStringLiteral("FScan")), 16);
+    EXPECT_EQ(MeasurementData::MeasurementItemToGuiname(45), QStringLiteral("DF Bearing"));
+    EXPECT_EQ(MeasurementList::MeasurementItemToUnit(31), QStringLiteral("%"));
+    EXPECT_EQ(MeasurementList::MeasurementItemToUsedbyostrom(63), QStringLiteral("false"));
+    EXPECT_EQ(MeasurementList::MeasurementItemToSelflag(16), MeasurementList::MeasurementItemToSelflag(28));
+    EXPECT_TRUE(MeasurementList::MeasurementItemToMode(69).isNull());
+
+    EXPECT_EQ(MeasurementList::GetRecordingStates(), (QStringList{QStringLiteral("On"), QStringLiteral("Off")}));
+    EXPECT_EQ(ModeManager::GetRunningStates(), (QStringList{QStringLiteral("Off"), QStringLiteral("On")}));
+    EXPECT_EQ(MeasurementData::GetMeasurementModes().size(), 9);
+    EXPECT_EQ(MeasurementData::MeasurementStateToName(0), QStringLiteral("request to start measurement"));
+    EXPECT_EQ(ModeManager::GetSearchScanModes()[7].Guiname, QStringLiteral("SUPP"));
+}
+
+TEST(Classes, AdministrationDocument)
+{
+    const Administration a = administration();
+    EXPECT_EQ(test::xml(a).toStdString(),
+              "<Administration><HardwareStatus>INITMEMORY</HardwareStatus><CW>Bandwidth</CW>"
+              "<SensorMetaData><Group>Level</Group><Unit>dBµV</Unit>"
+              "<MinMaxStep><Min>-10.00</Min><Max>10.50</Max><Step>0.25</Step></MinMaxStep>"
+              "<ValueMin>1.00</ValueMin><ValueMax>2.00</ValueMax><ValueStep>3.00</ValueStep>"
+              "<MeasurementInvalid>true</MeasurementInvalid><Overload>0</Overload></SensorMetaData>"
+              "<DriverType>Juniper5_Driver</DriverType><DrvCommands>OSTROM_DFSCAN</DrvCommands>"
+              "<RDSState>DATA</RDSState><ClearGroup>CLEAR</ClearGroup><IFPan>Average</IFPan>"
+              "<DF>DeltaDFQuality</DF><General>SELCAL</General><MassDataStreams>GPSC</MassDataStreams>"
+              "<Speed>Ludicrous speed</Speed></Administration>");
+    EXPECT_EQ(test::raw(a).left(4).toHex().toStdString(), "ff0f060a");
+    expectRoundTrip(a);
+
+    Administration missingSpeed = administration();
+    missingSpeed.ResetSpeed();
+    expectThrow<OutOfRangeException>([&] { test::xml(missingSpeed); },
+                                     QStringLiteral("Administration: Please set Speed properly."));
+}
+
+TEST(Classes, SensorMetaDataBytes)
+{
+    SensorMetaData s;
+    s.SetGroup(QStringLiteral("g"));
+    s.SetUnit(QStringLiteral(""));
+    s.GetMinMaxStep().SetMin(1);
+    s.SetMeasurementInvalid(false);
+    EXPECT_EQ(test::hex(test::tagged(s)),
+              "00 00 00 8A "
+              "02 78 6B C3 00 00 00 05 00 00 00 01 67 "
+              "88 87 1B 46 00 00 00 04 00 00 00 00 "
+              "C6 93 EC 10 00 00 00 30 "
+              "4E CB 4E 58 00 00 00 08 00 00 00 04 31 2E 30 30 "
+              "6E 8D D7 F5 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "0B B0 BD A2 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "82 AD 48 1D 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "8D DD 06 6A 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "AF 1C 75 65 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "8C C0 EF 8B 00 00 00 01 00");
+}
+
+TEST(Classes, MeasurementResultListDocument)
+{
+    MeasurementResultList list;
+    list.SetValidate(true);
+    list.AppendMeasurementData(measurement(0, 12.345));
+    list.AppendMeasurementData(measurement(68, -0.5));
+    const QString text = test::xml(list);
+    EXPECT_TRUE(text.startsWith(QStringLiteral(
+        "<MeasurementResultList><MeasurementData><MeasurementItem>CW_Level</MeasurementItem>"
+        "<InternalKey>-7</InternalKey><MeasurementMode>DF_DMM</MeasurementMode>"
+        "<MeasurementState>triggered</MeasurementState><MeasurementResult Unit=\"dBuV\"><TimeStamp>")))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("<DoubleResult>12.35</DoubleResult><StringResult>text</StringResult>")));
+    expectRoundTrip(list);
+
+    MeasurementResultList empty;
+    empty.SetValidate(true);
+    expectThrow<OutOfRangeException>([&] { test::xml(empty); },
+                                     QStringLiteral("MeasurementResultList: Please set MeasurementData properly."));
+}
+
+TEST(Classes, EveryClassRoundTrips)
+{
+    ModeManager mode;
+    mode.SetRunningState(1);
+    mode.SetDualState(1);
+    mode.SetSearchScanMode(7);
+    expectRoundTrip(mode);
+
+    MinMaxStep mms;
+    mms.SetMin(-1e9);
+    mms.SetMax(1e9);
+    mms.SetStep(0.5);
+    expectRoundTrip(mms);
+    expectRoundTrip(administration().GetSensorMetaData());
+    expectRoundTrip(administration());
+
+    MeasurementList items;
+    for (int i = 0; i < 69; ++i)
+        items.AppendMeasurementItem(MeasurementList::MeasurementItem(i));
+    items.SetRecordingState(0);
+    expectRoundTrip(items);
+
+    expectRoundTrip(measurement(5, 1.5).GetMeasurementResult());
+    expectRoundTrip(measurement(30, 99.99));
+
+    RDSResult rds;
+    rds.SetProgramName(QStringLiteral("Ünïcødé ✓"));
+    rds.SetPICode(QStringLiteral("D3C2"));
+    expectRoundTrip(rds);
+}

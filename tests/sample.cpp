@@ -1,0 +1,51 @@
+// The test class's field table: optional fields of every kind, defaults and ranges.
+#include "sample.h"
+
+#include "frame/classimpl.h"
+
+namespace HALVANE {
+
+namespace {
+
+const QStringList kModeNames = {QStringLiteral("Slow"), QStringLiteral("Fast"), QStringLiteral("Auto")};
+const frame::NameTable kModeTable(kModeNames);
+
+using namespace frame;
+constexpr FieldDef kFields[] = {
+    intField("index", 0x00000101, Attribute | ElementToo),
+    boolField("Enabled", 0x00000102, 0, true).withDefault(),
+    boolField("Strict", 0x00000103, 0),
+    intField("Count", 0x00000104, 0).withRange(-1, 10),
+    int64Field("Big", 0x00000105, 0),
+    doubleField("Level", 0x00000106, 0, 1.0).withRange(0.1, 100).withDefault(),
+    floatField("Gain", 0x00000107, 0),
+    stringField("Label", 0x00000108, 0, "none").withDefault(),
+    dateTimeField("When", 0x00000109, 0),
+    enumField("Mode", 0x0000010A, 0, &kModeTable, 1).withDefault(),
+    nestedField("MinMaxStep", 0xC693EC10, 0, &opsOf<MinMaxStep>),
+    objectListField("Results", 0x0000010C, 0, &opsOf<RDSResult>).withElement("RDSResult"),
+    stringListField("Path", 0x0000010D, 0),
+    enumListField("Choices", 0x0000010E, 0, &kModeTable),
+};
+
+} // namespace
+
+HALVANE_CLASS_DEFINITION(Sample, 0x5A3B1E00, kFields, nullptr, nullptr)
+
+HALVANE_INT_ACCESSORS(Sample, index, 0)
+HALVANE_BOOL_ACCESSORS(Sample, Enabled, 1)
+HALVANE_BOOL_ACCESSORS(Sample, Strict, 2)
+HALVANE_INT_ACCESSORS(Sample, Count, 3)
+HALVANE_INT64_ACCESSORS(Sample, Big, 4)
+HALVANE_DOUBLE_ACCESSORS(Sample, Level, 5)
+HALVANE_FLOAT_ACCESSORS(Sample, Gain, 6)
+HALVANE_STRING_ACCESSORS(Sample, Label, 7)
+HALVANE_DATETIME_ACCESSORS(Sample, When, 8)
+HALVANE_ENUM_ACCESSORS(Sample, Mode, 9)
+HALVANE_ENUM_NAMES_ACCESSORS(Sample, Mode, 9)
+HALVANE_NESTED_ACCESSORS(Sample, MinMaxStep, MinMaxStep, 10)
+HALVANE_OBJECT_LIST_ACCESSORS(Sample, RDSResult, Results, 11)
+HALVANE_STRING_LIST_ACCESSORS(Sample, Path, 12)
+HALVANE_ENUM_LIST_ACCESSORS(Sample, Choices, 13)
+
+} // namespace HALVANE
