@@ -189,7 +189,7 @@ QDateTime Converters::ToDateTime(const char *utf8, int size)
             ++close;
         if (close == p.end() || close + 1 != p.end())
             return QDateTime();
-        const QTimeZone zone(QByteArray(start, int(close - start)));
+        const QTimeZone zone = close > start ? QTimeZone(QByteArray(start, int(close - start))) : QTimeZone();
         return QDateTime(date, time, zone);
     }
     return QDateTime();

@@ -1,0 +1,242 @@
+// The object base: date-time text, whole XML documents and files, binary
+// blocks with their header, and the compressed variant.
+#include "support.h"
+
+#include "base/binaryheader.h"
+
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimeZone>
+
+using namespace HALVANE;
+using test::expectThrow;
+
+namespace {
+
+ModeManager fullModeManager()
+{
+    ModeManager m;
+    m.SetValidate(true);
+    m.SetRunningState(1);
+    m.SetDualState(1);
+    m.SetSearchScanMode(3);
+    return m;
+}
+
+void expectSameDateTime(const QDateTime &back, const QDateTime &t)
+{
+    const std::string text = Converters::ToString(t).toStdString();
+    ASSERT_EQ(back.isNull(), t.isNull()) << text;
+    ASSERT_EQ(back.isValid(), t.isValid()) << text;
+    ASSERT_TRUE(back == t) << text;
+    ASSERT_EQ(back.timeSpec(), t.timeSpec()) << text;
+    ASSERT_EQ(back.date(), t.date()) << text;
+    ASSERT_EQ(back.time(), t.time()) << text;
+    if (t.timeSpec() == Qt::OffsetFromUTC)
+        ASSERT_EQ(back.offsetFromUtc(), t.offsetFromUtc()) << text;
+    if (t.timeSpec() == Qt::TimeZone)
+        ASSERT_EQ(back.timeZone().id(), t.timeZone().id()) << text;
+    ASSERT_EQ(Converters::ToString(back).toStdString(), text);
+}
+
+} // namespace
+
+TEST(DateTimeText, ExactTexts)
+{
+    const QDate day(2024, 2, 29);
+    const QTime time(13, 5, 9, 7);
+    EXPECT_EQ(Converters::ToString(QDateTime(day, time, Qt::UTC)), QStringLiteral("2024-02-29T13:05:09.007Z"));
+    EXPECT_EQ(Converters::ToString(QDateTime(day, time, Qt::LocalTime)), QStringLiteral("2024-02-29T13:05:09.007"));
+    EXPECT_EQ(Converters::ToString(QDateTime(day, time, Qt::OffsetFromUTC, -(5 * 3600 + 30 * 60))),
+              QStringLiteral("2024-02-29T13:05:09.007-05:30"));
+    EXPECT_EQ(Converters::ToString(QDateTime(day, time, Qt::OffsetFromUTC, 3600 + 7)),
+              QStringLiteral("2024-02-29T13:05:09.007+01:00:07"));
+    EXPECT_EQ(Converters::ToString(QDateTime(day, time, QTimeZone("Europe/Berlin"))),
+              QStringLiteral("2024-02-29T13:05:09.007[Europe/Berlin]"));
+    EXPECT_EQ(Converters::ToString(QDateTime(QDate(-4713, 1, 1), QTime(0, 0), Qt::UTC)),
+              QStringLiteral("-4713-01-01T00:00:00.000Z"));
+    EXPECT_EQ(Converters::ToString(QDateTime(QDate(275000, 12, 31), QTime(23, 59, 59, 999), Qt::UTC)),
+              QStringLiteral("+275000-12-31T23:59:59.999Z"));
+    EXPECT_EQ(Converters::ToString(QDateTime()), QStringLiteral(""));
+    EXPECT_FALSE(Converters::ToString(QDateTime()).isNull());
+    EXPECT_EQ(Converters::ToString(QDateTime(QDate(), QTime(1, 2), Qt::UTC)), QStringLiteral("T01:02:00.000Z"));
+
+    for (const char *bad : {"x", "2024-02-30T00:00:00.000", "2024-02-29T24:00:00.000", "2024-02-29 13:05:09.007",
+                            "2024-02-29T13:05:09.007Q", "2024-02-29T13:05:09.007+01", "2024-02-29T13:05:09.7",
+                            "2024-02-29T13:05:09.007[Europe/Berlin", "+12-01-01T00:00:00.000"}) {
+        EXPECT_TRUE(Converters::ToDateTime(QString::fromLatin1(bad)).isNull()) << bad;
+    }
+}
+
+TEST(DateTimeText, RoundTripsEveryKindOfValue)
+{
+    QRandomGenerator random(20261124);
+    const QByteArray zones[] = {"Europe/Berlin", "America/New_York", "Asia/Kolkata", "Australia/Lord_Howe", "UTC"};
+    int checkedAgainstQt = 0;
+    for (int i = 0; i < 200000; ++i) {
+        const qint64 first = QDate(1, 1, 1).toJulianDay();
+        const qint64 jd = first + qint64(random.bounded(quint32(QDate(9999, 12, 31).toJulianDay() - first)));
+        const QDate date = QDate::fromJulianDay(jd);
+        const QTime time = QTime::fromMSecsSinceStartOfDay(int(random.bounded(86400000)));
+        QDateTime t;
+        switch (i % 4) {
+        case 0:
+            t = QDateTime(date, time, Qt::UTC);
+            break;
+        case 1:
+            t = QDateTime(date, time, Qt::LocalTime);
+            break;
+        case 2:
+            t = QDateTime(date, time, Qt::OffsetFromUTC, (int(random.bounded(-14 * 60, 14 * 60 + 1))) * 60);
+            break;
+        default:
+            // Zone look-ups are slow: fewer of them.
+            if (i % 40 == 3)
+                t = QDateTime(date, time, QTimeZone(zones[random.bounded(5)]));
+            else
+                t = QDateTime(date, time, Qt::UTC).addMSecs(random.bounded(1000));
+            break;
+        }
+        const QString text = Converters::ToString(t);
+        expectSameDateTime(Converters::ToDateTime(text), t);
+        const QByteArray utf8 = text.toUtf8();
+        ASSERT_TRUE(Converters::ToDateTime(utf8.constData(), utf8.size()) == t);
+        // Where the text is one of Qt's own ISO forms, it is Qt's text.
+        if (t.timeSpec() != Qt::TimeZone && date.year() >= 1000) {
+            ASSERT_EQ(text, t.toString(Qt::ISODateWithMs));
+            ++checkedAgainstQt;
+        }
+    }
+    EXPECT_GT(checkedAgainstQt, 100000);
+
+    const QDateTime edges[] = {
+        QDateTime(),
+        QDateTime(QDate(), QTime(23, 59, 59, 999), Qt::LocalTime),
+        QDateTime(QDate(), QTime(0, 0), Qt::UTC),
+        QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC),
+        QDateTime(QDate(-1, 12, 31), QTime(12, 0), Qt::OffsetFromUTC, -3600),
+        QDateTime(QDate(10000, 1, 1), QTime(0, 0, 0, 1), Qt::LocalTime),
+        QDateTime(QDate(2024, 3, 31), QTime(2, 30), QTimeZone("Europe/Berlin")),
+        QDateTime(QDate(2024, 10, 27), QTime(2, 30), QTimeZone("Europe/Berlin")),
+        QDateTime(QDate(2024, 3, 31), QTime(2, 30), Qt::LocalTime),
+        QDateTime(QDate(2024, 1, 1), QTime(0, 0), QTimeZone()),
+        QDateTime(QDate(2024, 1, 1), QTime(0, 0), Qt::OffsetFromUTC, 0),
+    };
+    for (const QDateTime &t : edges)
+        expectSameDateTime(Converters::ToDateTime(Converters::ToString(t)), t);
+}
+
+TEST(Documents, XmlStringAndErrors)
+{
+    const ModeManager m = fullModeManager();
+    EXPECT_EQ(m.GetXmlString().toStdString(), "<?xml version=\"1.0\"?>\n"
+                                             "<ModeManager>\n"
+                                             "    <RunningState>On</RunningState>\n"
+                                             "    <DualState>On</DualState>\n"
+                                             "    <SearchScanMode>LeaveScanMode</SearchScanMode>\n"
+                                             "</ModeManager>\n");
+    ModeManager back;
+    back.SetXmlString(m.GetXmlString());
+    EXPECT_TRUE(back == m);
+
+    ModeManager target;
+    expectThrow<InvalidXmlException>([&] { target.SetXmlString(QStringLiteral("<RDSResult/>")); },
+                                     QStringLiteral("ModeManager: root element 'RDSResult' at line 1, column 12 is not 'ModeManager'"));
+    expectThrow<InvalidXmlException>(
+        [&] { target.SetXmlString(QStringLiteral("<ModeManager>\n<RunningState>On</DualState></ModeManager>")); },
+        QStringLiteral("ModeManager: XML error at line 2, column 28: Opening and ending tag mismatch."));
+    expectThrow<InvalidXmlException>([&] { target.SetXmlString(QString()); },
+                                     QStringLiteral("ModeManager: XML error at line 1, column 0: Premature end of document."));
+    expectThrow<InvalidXmlException>(
+        [&] { target.SetXmlString(QStringLiteral("<ModeManager/><ModeManager/>")); },
+        QStringLiteral("ModeManager: XML error at line 1, column 28: Extra content at end of document."));
+}
+
+TEST(Documents, Files)
+{
+    QTemporaryDir dir;
+    const QString xmlFile = dir.filePath(QStringLiteral("mode.xml"));
+    const QString binaryFile = dir.filePath(QStringLiteral("mode.hvb"));
+    const ModeManager m = fullModeManager();
+    m.SaveXml(xmlFile);
+    m.SaveBinary(binaryFile);
+    ModeManager a, b;
+    a.LoadXml(xmlFile);
+    b.LoadBinary(binaryFile);
+    EXPECT_TRUE(a == m);
+    EXPECT_TRUE(b == m);
+    const QString missing = dir.filePath(QStringLiteral("missing.xml"));
+    try {
+        a.LoadXml(missing);
+        ADD_FAILURE();
+    } catch (const QuilletException &e) {
+        EXPECT_TRUE(e.GetMessage().startsWith(QStringLiteral("ModeManager: cannot read file '%1': ").arg(missing)));
+    }
+}
+
+TEST(Documents, BinaryRepresentationHeader)
+{
+    const ModeManager m = fullModeManager();
+    const QByteArray block = m.GetBinaryRepresentationAsQByteArray();
+    EXPECT_EQ(test::hex(block.left(12)), "48 56 42 31 C3 7A 4A DF 00 00 00 35");
+    EXPECT_EQ(block.mid(8), test::tagged(m));
+    ModeManager back;
+    back.SetBinaryRepresentation(block);
+    EXPECT_TRUE(back == m);
+
+    RDSResult other;
+    expectThrow<BinaryParsingException>([&] { other.SetBinaryRepresentation(block); },
+                                        QStringLiteral("RDSResult: binary representation holds class 0xC37A4ADF, not RDSResult (0x8B6638C4)"));
+    expectThrow<BinaryParsingException>([&] { back.SetBinaryRepresentation(QByteArray("HVB2")); },
+                                        QStringLiteral("ModeManager: not a binary representation (bad header)"));
+    expectThrow<BinaryParsingException>([&] { back.SetBinaryRepresentation(block.left(6)); },
+                                        QStringLiteral("ModeManager: binary representation is truncated"));
+    expectThrow<BinaryParsingException>([&] { back.SetBinaryRepresentation(block + "xy"); },
+                                        QStringLiteral("ModeManager: 2 trailing bytes after the object"));
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetBinaryRepresentation(block.left(block.size() - 1)); },
+        QStringLiteral("ModeManager::SetBinary(...): Length error occurred during processing of binary representation"));
+}
+
+TEST(Documents, CompressedBlocks)
+{
+    const ModeManager m = fullModeManager();
+    ModeManager back;
+    back.SetCompressedBinaryRepresentation(m.GetCompressedBinaryRepresentation());
+    EXPECT_TRUE(back == m);
+
+    // Claims far beyond what 20 bytes can hold are refused before Qt allocates.
+    const QByteArray tail(20, 'x');
+    const long long before = test::allocations();
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("80000000") + tail); },
+        QStringLiteral("ModeManager: compressed block claims 2147483648 bytes, more than the limit of 24832"));
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("3FFFFFFF") + tail); },
+        QStringLiteral("ModeManager: compressed block claims 1073741823 bytes, more than the limit of 24832"));
+    EXPECT_LT(test::allocations() - before, 100);
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00000010") + tail); },
+        QStringLiteral("ModeManager: compressed block is corrupt"));
+    expectThrow<BinaryParsingException>([&] { back.SetCompressedBinaryRepresentation(QByteArray("ab")); },
+                                        QStringLiteral("ModeManager: compressed block is truncated"));
+}
+
+TEST(Documents, LoggerIsHeldWithoutCostWhenAbsent)
+{
+    class Log : public QUILLET::Logger
+    {
+    };
+    ModeManager m;
+    const long long before = test::allocations();
+    m.SetLogger(nullptr);
+    m.SetLogger(m.GetLogger());
+    EXPECT_EQ(test::allocations(), before);
+    auto log = std::make_shared<Log>();
+    m.SetLogger(log);
+    EXPECT_EQ(m.GetLogger(), log);
+    ModeManager copy(m);
+    EXPECT_EQ(copy.GetLogger(), nullptr); // a copy does not take the logger
+    m.ResetLogger();
+    EXPECT_FALSE(m.HasLogger());
+}
