@@ -15,7 +15,7 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(Holder, 0x5A3B1E01, kFields, nullptr, nullptr)
 
-HALVANE_NESTED_ACCESSORS(Holder, MeasurementList, List, 0)
-HALVANE_OBJECT_LIST_ACCESSORS(Holder, MeasurementList, Items, 1)
+HALVANE_NESTED_ACCESSORS(Holder, MeasurementList, List)
+HALVANE_OBJECT_LIST_ACCESSORS(Holder, MeasurementList, Items)
 
 } // namespace HALVANE

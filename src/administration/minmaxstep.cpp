@@ -16,8 +16,8 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(MinMaxStep, 0xC44D9F13, kFields, nullptr, nullptr)
 
-HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Min, 0)
-HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Max, 1)
-HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Step, 2)
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Min)
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Max)
+HALVANE_DOUBLE_ACCESSORS(MinMaxStep, Step)
 
 } // namespace HALVANE

@@ -21,13 +21,13 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(SensorMetaData, 0xE8DEFD19, kFields, nullptr, nullptr)
 
-HALVANE_STRING_ACCESSORS(SensorMetaData, Group, 0)
-HALVANE_STRING_ACCESSORS(SensorMetaData, Unit, 1)
-HALVANE_NESTED_ACCESSORS(SensorMetaData, MinMaxStep, MinMaxStep, 2)
-HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueMin, 3)
-HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueMax, 4)
-HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueStep, 5)
-HALVANE_BOOL_ACCESSORS(SensorMetaData, MeasurementInvalid, 6)
-HALVANE_INT_ACCESSORS(SensorMetaData, Overload, 7)
+HALVANE_STRING_ACCESSORS(SensorMetaData, Group)
+HALVANE_STRING_ACCESSORS(SensorMetaData, Unit)
+HALVANE_NESTED_ACCESSORS(SensorMetaData, MinMaxStep, MinMaxStep)
+HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueMin)
+HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueMax)
+HALVANE_DOUBLE_ACCESSORS(SensorMetaData, ValueStep)
+HALVANE_BOOL_ACCESSORS(SensorMetaData, MeasurementInvalid)
+HALVANE_INT_ACCESSORS(SensorMetaData, Overload)
 
 } // namespace HALVANE

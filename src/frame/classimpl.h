@@ -3,9 +3,9 @@
 // own source file, after its field table kFields:
 //
 //     HALVANE_CLASS_DEFINITION(ModeManager, 0xC37A4ADF, kFields, nullptr, nullptr)
-//     HALVANE_ENUM_ACCESSORS(ModeManager, RunningState, 0)
+//     HALVANE_ENUM_ACCESSORS(ModeManager, RunningState)
 //
-// Each accessor macro checks at compile time that row I is the field F.
+// Each accessor finds its row by the field's name at compile time.
 #ifndef HALVANE_FRAME_CLASSIMPL_H
 #define HALVANE_FRAME_CLASSIMPL_H
 
@@ -13,6 +13,7 @@
 #include "frame.h"
 
 #include <new>
+#include <type_traits>
 
 namespace HALVANE {
 namespace frame {
@@ -67,6 +68,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
 } // namespace HALVANE
 
 #define HALVANE_OBJ_ (::HALVANE::frame::Obj{&kDescriptor, &d, this})
+#define HALVANE_INDEX_(F) (std::integral_constant<int, ::HALVANE::frame::fieldIndex(kFields, #F)>::value)
 #define HALVANE_ROW_(I) (kDescriptor.fields[I])
 
 /*! The class's descriptor and operations, and the members every data class has. */
@@ -141,11 +143,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     void X::InitData() const { ::HALVANE::frame::initData(HALVANE_OBJ_); }                           \
     void X::ConstNoClearReset() const { ::HALVANE::frame::constNoClearReset(HALVANE_OBJ_); }
 
-#define HALVANE_CHECK_ROW_(F, I) \
-    static_assert(::HALVANE::frame::named(kFields[I], #F), "row " #I " of the field table is not " #F);
-
 #define HALVANE_COMMON_ACCESSORS_(X, F, I)                                             \
-    HALVANE_CHECK_ROW_(F, I)                                                           \
     bool X::Is##F##Set() const { return ::HALVANE::frame::isSet(HALVANE_OBJ_, I); }    \
     void X::Reset##F() { ::HALVANE::frame::resetField(HALVANE_OBJ_, I); }
 
@@ -153,7 +151,8 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     T X::Get##F() const { return *static_cast<const T *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(T value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
 
-#define HALVANE_BOOL_ACCESSORS(X, F, I)                                       \
+#define HALVANE_BOOL_ACCESSORS(X, F) HALVANE_BOOL_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_BOOL_ACCESSORS_AT_(X, F, I)                                       \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                        \
     HALVANE_VALUE_GET_SET_(X, bool, F, I)                                     \
     bool X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<bool>(kFields[I]); }
@@ -167,12 +166,13 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
         return ::HALVANE::frame::isValidValue(HALVANE_ROW_(I), &value);                     \
     }
 
-#define HALVANE_INT_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, int, F, I)
-#define HALVANE_INT64_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, qint64, F, I)
-#define HALVANE_DOUBLE_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, double, F, I)
-#define HALVANE_FLOAT_ACCESSORS(X, F, I) HALVANE_NUMBER_ACCESSORS_(X, float, F, I)
+#define HALVANE_INT_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, int, F, HALVANE_INDEX_(F))
+#define HALVANE_INT64_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, qint64, F, HALVANE_INDEX_(F))
+#define HALVANE_DOUBLE_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, double, F, HALVANE_INDEX_(F))
+#define HALVANE_FLOAT_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, float, F, HALVANE_INDEX_(F))
 
-#define HALVANE_STRING_ACCESSORS(X, F, I)                                                         \
+#define HALVANE_STRING_ACCESSORS(X, F) HALVANE_STRING_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_STRING_ACCESSORS_AT_(X, F, I)                                                         \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                                            \
     QString X::Get##F() { return *static_cast<const QString *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(QString value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }      \
@@ -186,12 +186,14 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     auto X::Get##F()->T & { return *static_cast<T *>(::HALVANE::frame::mutableValueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(const T &value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
 
-#define HALVANE_DATETIME_ACCESSORS(X, F, I)                           \
+#define HALVANE_DATETIME_ACCESSORS(X, F) HALVANE_DATETIME_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_DATETIME_ACCESSORS_AT_(X, F, I)                           \
     HALVANE_REFERENCE_ACCESSORS_(X, QDateTime, F, I)                  \
     QDateTime X::GetDefault##F() const { return QDateTime(); }        \
     bool X::IsValid##F(const QDateTime &) const { return true; }
 
-#define HALVANE_NESTED_ACCESSORS(X, T, F, I)   \
+#define HALVANE_NESTED_ACCESSORS(X, T, F) HALVANE_NESTED_ACCESSORS_AT_(X, T, F, HALVANE_INDEX_(F))
+#define HALVANE_NESTED_ACCESSORS_AT_(X, T, F, I)   \
     HALVANE_REFERENCE_ACCESSORS_(X, T, F, I)   \
     bool X::IsValid##F(const T &) const { return true; }
 
@@ -204,14 +206,15 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
         return ::HALVANE::frame::isValidList(HALVANE_ROW_(I), &items);                                  \
     }
 
-#define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F, I) HALVANE_LIST_ACCESSORS_(X, T, F, I)
-#define HALVANE_STRING_LIST_ACCESSORS(X, F, I) HALVANE_LIST_ACCESSORS_(X, QString, F, I)
+#define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F) HALVANE_LIST_ACCESSORS_(X, T, F, HALVANE_INDEX_(F))
+#define HALVANE_STRING_LIST_ACCESSORS(X, F) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F))
 
 #define HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)                                                      \
     QString X::F##ToName(const F &value) { return kFields[I].table->text(0, value); }              \
     X::F X::NameTo##F(const QString &name) { return kFields[I].table->find(0, name); }
 
-#define HALVANE_ENUM_ACCESSORS(X, F, I)                                                             \
+#define HALVANE_ENUM_ACCESSORS(X, F) HALVANE_ENUM_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_ACCESSORS_AT_(X, F, I)                                                             \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                                              \
     const X::F &X::Get##F() const { return *static_cast<const F *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(F value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }               \
@@ -221,14 +224,16 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     QString X::Get##F##AsString() const { return ::HALVANE::frame::enumAsString(HALVANE_OBJ_, I); } \
     HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)
 
-#define HALVANE_ENUM_LIST_ACCESSORS(X, F, I)                                                  \
+#define HALVANE_ENUM_LIST_ACCESSORS(X, F) HALVANE_ENUM_LIST_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_LIST_ACCESSORS_AT_(X, F, I)                                                  \
     HALVANE_LIST_ACCESSORS_(X, F, F, I)                                                       \
     X::F X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<qint8>(kFields[I]); }  \
     X::F X::GetInvalid##F() const { return F(-1); }                                           \
     HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)
 
 /*! A one-column table: its names and their translations. */
-#define HALVANE_ENUM_NAMES_ACCESSORS(X, F, I)                                   \
+#define HALVANE_ENUM_NAMES_ACCESSORS(X, F) HALVANE_ENUM_NAMES_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_NAMES_ACCESSORS_AT_(X, F, I)                                   \
     QStringList X::Get##F##s() { return kFields[I].table->names(); }           \
     QStringList X::GetGUI##F##s() { return ::HALVANE::frame::guiNames(*kFields[I].table); }
 
@@ -236,12 +241,14 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
 #define HALVANE_ENUM_ROWS_ACCESSORS(X, F, Row, ROWS) \
     QList<X::Row> X::Get##F##s() { return ROWS; }
 
-/*! Column COL (counted from Name as 0) of the table of field I. */
-#define HALVANE_ENUM_COLUMN_ACCESSORS(X, F, C, I, COL)                                   \
+/*! Column COL (counted from Name as 0) of the table of field F. */
+#define HALVANE_ENUM_COLUMN_ACCESSORS(X, F, C, COL) HALVANE_ENUM_COLUMN_ACCESSORS_AT_(X, F, C, HALVANE_INDEX_(F), COL)
+#define HALVANE_ENUM_COLUMN_ACCESSORS_AT_(X, F, C, I, COL)                                   \
     QString X::F##To##C(const F &value) { return kFields[I].table->text(COL, value); }   \
     X::F X::C##To##F(const QString &text) { return kFields[I].table->find(COL, text); }
 
-#define HALVANE_ENUM_HELPID_ACCESSORS(X, F, I)                                       \
+#define HALVANE_ENUM_HELPID_ACCESSORS(X, F) HALVANE_ENUM_HELPID_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_HELPID_ACCESSORS_AT_(X, F, I)                                       \
     int X::F##ToHelpid(const F &value) const { return kFields[I].table->helpid(value); } \
     X::F X::HelpidTo##F(const int &helpid) { return kFields[I].table->findHelpid(helpid); }
 

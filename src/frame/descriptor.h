@@ -184,15 +184,25 @@ constexpr FieldDef enumListField(const char *name, quint32 tag, quint8 flags, co
     return f;
 }
 
-/*! True when row \a f is the field called \a name: lets accessors check their row at compile time. */
-constexpr bool named(const FieldDef &f, const char *name)
+constexpr bool sameText(const char *a, const char *b)
 {
-    const char *a = f.name;
-    while (*a && *a == *name) {
+    while (*a && *a == *b) {
         ++a;
-        ++name;
+        ++b;
     }
-    return *a == *name;
+    return *a == *b;
+}
+
+/*! The row of the field called \a name; used in constant expressions, where
+    a name that is not in the table does not compile. */
+template <int N>
+constexpr int fieldIndex(const FieldDef (&fields)[N], const char *name)
+{
+    for (int i = 0; i < N; ++i) {
+        if (sameText(fields[i].name, name))
+            return i;
+    }
+    throw "no field of that name in the table";
 }
 
 /*! Departures of a class from the frame's algorithms. Null pointers are the

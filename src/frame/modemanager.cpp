@@ -38,12 +38,12 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(ModeManager, 0xC37A4ADF, kFields, nullptr, nullptr)
 
-HALVANE_ENUM_ACCESSORS(ModeManager, RunningState, 0)
-HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, RunningState, 0)
-HALVANE_ENUM_ACCESSORS(ModeManager, DualState, 1)
-HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, DualState, 1)
-HALVANE_ENUM_ACCESSORS(ModeManager, SearchScanMode, 2)
+HALVANE_ENUM_ACCESSORS(ModeManager, RunningState)
+HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, RunningState)
+HALVANE_ENUM_ACCESSORS(ModeManager, DualState)
+HALVANE_ENUM_NAMES_ACCESSORS(ModeManager, DualState)
+HALVANE_ENUM_ACCESSORS(ModeManager, SearchScanMode)
 HALVANE_ENUM_ROWS_ACCESSORS(ModeManager, SearchScanMode, structMODSearchScanMode, kSearchScanModes)
-HALVANE_ENUM_COLUMN_ACCESSORS(ModeManager, SearchScanMode, Guiname, 2, 1)
+HALVANE_ENUM_COLUMN_ACCESSORS(ModeManager, SearchScanMode, Guiname, 1)
 
 } // namespace HALVANE

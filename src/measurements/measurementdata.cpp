@@ -39,13 +39,13 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(MeasurementData, 0x668D69C1, kFields, nullptr, nullptr)
 
-HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementItem, 0)
-HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(MeasurementData, 0)
-HALVANE_INT_ACCESSORS(MeasurementData, InternalKey, 1)
-HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementMode, 2)
-HALVANE_ENUM_NAMES_ACCESSORS(MeasurementData, MeasurementMode, 2)
-HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementState, 3)
-HALVANE_ENUM_NAMES_ACCESSORS(MeasurementData, MeasurementState, 3)
-HALVANE_NESTED_ACCESSORS(MeasurementData, MeasurementResult, MeasurementResult, 4)
+HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementItem)
+HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(MeasurementData)
+HALVANE_INT_ACCESSORS(MeasurementData, InternalKey)
+HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementMode)
+HALVANE_ENUM_NAMES_ACCESSORS(MeasurementData, MeasurementMode)
+HALVANE_ENUM_ACCESSORS(MeasurementData, MeasurementState)
+HALVANE_ENUM_NAMES_ACCESSORS(MeasurementData, MeasurementState)
+HALVANE_NESTED_ACCESSORS(MeasurementData, MeasurementResult, MeasurementResult)
 
 } // namespace HALVANE

@@ -13,14 +13,14 @@ extern const frame::NameTable kMeasurementItemTable;
 
 } // namespace HALVANE
 
-/*! Definitions of HALVANE_MEASUREMENT_ITEM_TABLE for class X, whose field I is MeasurementItem. */
-#define HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(X, I)                                      \
+/*! Definitions of HALVANE_MEASUREMENT_ITEM_TABLE for class X. */
+#define HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(X)                                      \
     HALVANE_ENUM_ROWS_ACCESSORS(X, MeasurementItem, structMEAMeasurementItem, measurementItemRows()) \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Selflag, I, 1)                        \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Itemname, I, 2)                       \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Guiname, I, 3)                        \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Unit, I, 4)                           \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Usedbyostrom, I, 5)                   \
-    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Mode, I, 6)
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Selflag, 1)                        \
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Itemname, 2)                       \
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Guiname, 3)                        \
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Unit, 4)                           \
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Usedbyostrom, 5)                   \
+    HALVANE_ENUM_COLUMN_ACCESSORS(X, MeasurementItem, Mode, 6)
 
 #endif

@@ -21,9 +21,9 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(MeasurementList, 0x2F94692C, kFields, nullptr, nullptr)
 
-HALVANE_ENUM_LIST_ACCESSORS(MeasurementList, MeasurementItem, 0)
-HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(MeasurementList, 0)
-HALVANE_ENUM_ACCESSORS(MeasurementList, RecordingState, 1)
-HALVANE_ENUM_NAMES_ACCESSORS(MeasurementList, RecordingState, 1)
+HALVANE_ENUM_LIST_ACCESSORS(MeasurementList, MeasurementItem)
+HALVANE_MEASUREMENT_ITEM_TABLE_ACCESSORS(MeasurementList)
+HALVANE_ENUM_ACCESSORS(MeasurementList, RecordingState)
+HALVANE_ENUM_NAMES_ACCESSORS(MeasurementList, RecordingState)
 
 } // namespace HALVANE

@@ -19,9 +19,9 @@ constexpr quint8 kTaggedOrder[] = {3, 0, 1, 2};
 
 HALVANE_CLASS_DEFINITION(MeasurementResult, 0x8ADE035B, kFields, nullptr, kTaggedOrder)
 
-HALVANE_DATETIME_ACCESSORS(MeasurementResult, TimeStamp, 0)
-HALVANE_DOUBLE_ACCESSORS(MeasurementResult, DoubleResult, 1)
-HALVANE_STRING_ACCESSORS(MeasurementResult, StringResult, 2)
-HALVANE_STRING_ACCESSORS(MeasurementResult, Unit, 3)
+HALVANE_DATETIME_ACCESSORS(MeasurementResult, TimeStamp)
+HALVANE_DOUBLE_ACCESSORS(MeasurementResult, DoubleResult)
+HALVANE_STRING_ACCESSORS(MeasurementResult, StringResult)
+HALVANE_STRING_ACCESSORS(MeasurementResult, Unit)
 
 } // namespace HALVANE

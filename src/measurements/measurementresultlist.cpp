@@ -14,6 +14,6 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(MeasurementResultList, 0x8A479DE2, kFields, nullptr, nullptr)
 
-HALVANE_OBJECT_LIST_ACCESSORS(MeasurementResultList, MeasurementData, MeasurementData, 0)
+HALVANE_OBJECT_LIST_ACCESSORS(MeasurementResultList, MeasurementData, MeasurementData)
 
 } // namespace HALVANE

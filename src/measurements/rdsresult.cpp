@@ -15,7 +15,7 @@ constexpr FieldDef kFields[] = {
 
 HALVANE_CLASS_DEFINITION(RDSResult, 0x8B6638C4, kFields, nullptr, nullptr)
 
-HALVANE_STRING_ACCESSORS(RDSResult, ProgramName, 0)
-HALVANE_STRING_ACCESSORS(RDSResult, PICode, 1)
+HALVANE_STRING_ACCESSORS(RDSResult, ProgramName)
+HALVANE_STRING_ACCESSORS(RDSResult, PICode)
 
 } // namespace HALVANE
