@@ -12,6 +12,9 @@ cmake -S . -B build-test -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build-test --parallel "$jobs"
 (cd build-test && ctest --output-on-failure)
 
+echo "== Benchmark, once with a tiny minimum time (it must run; timings are not checked)"
+./build-test/bench/halvane_bench --quick --benchmark_min_time=0.001 >/dev/null
+
 echo "== Sanitizers (address, undefined)"
 cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DHALVANE_SANITIZE=ON >/dev/null
 cmake --build build-asan --parallel "$jobs"

@@ -1,0 +1,452 @@
+// halvane_bench: the library against the hand-written baseline on the same
+// documents, every field set, validation on. With --report it prints one
+// table (time per document and per item, ratios, memory and allocations);
+// with --quick it runs only the small documents (for CI).
+#include "baseline.h"
+#include "documents.h"
+
+#include <halvane/halvane.h>
+
+#include <QtCore/QBuffer>
+#include <QtCore/QDataStream>
+#include <QtCore/QSysInfo>
+#include <QtCore/QXmlStreamReader>
+#include <QtCore/QXmlStreamWriter>
+
+#include <benchmark/benchmark.h>
+
+#include <malloc.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+#include <thread>
+#include <vector>
+
+// ---- Allocation counting for the report
+
+namespace {
+long long g_allocations = 0;
+}
+
+void *operator new(std::size_t size)
+{
+    ++g_allocations;
+    if (void *p = std::malloc(size ? size : 1))
+        return p;
+    throw std::bad_alloc();
+}
+
+void operator delete(void *p) noexcept
+{
+    std::free(p);
+}
+
+void operator delete(void *p, std::size_t) noexcept
+{
+    std::free(p);
+}
+
+namespace {
+
+// ---- Forms of a document, for the library and for the baseline
+
+template <class T>
+QByteArray libraryTagged(const T &object)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QDataStream s(&buffer);
+    object.GetBinary(s, 0, false);
+    return bytes;
+}
+
+template <class T>
+QByteArray libraryRaw(const T &object)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QDataStream s(&buffer);
+    object.GetVersionSpecificBinaryWithoutValidation(s);
+    return bytes;
+}
+
+template <class T>
+QString libraryXml(const T &object)
+{
+    QString text;
+    QXmlStreamWriter w(&text);
+    object.GetXml(w);
+    return text;
+}
+
+template <class P>
+QByteArray plainTagged(const P &plain)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QDataStream s(&buffer);
+    baseline::writeTagged(s, plain);
+    return bytes;
+}
+
+template <class P>
+QByteArray plainRaw(const P &plain)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QDataStream s(&buffer);
+    baseline::writeRaw(s, plain);
+    return bytes;
+}
+
+template <class P>
+QString plainXml(const P &plain)
+{
+    QString text;
+    QXmlStreamWriter w(&text);
+    baseline::writeXml(w, plain);
+    return text;
+}
+
+// ---- One document: its library object, its plain struct, its size in items
+
+struct Document {
+    std::string name;
+    int items;
+    std::function<void(benchmark::State &, const std::string &form, bool library)> run;
+};
+
+bool plainEqual(const baseline::ModeManager &a, const baseline::ModeManager &b)
+{
+    return a.runningState == b.runningState && a.dualState == b.dualState && a.searchScanMode == b.searchScanMode;
+}
+bool plainEqual(const baseline::Administration &a, const baseline::Administration &b)
+{
+    const auto &s = a.sensorMetaData;
+    const auto &t = b.sensorMetaData;
+    return a.hardwareStatus == b.hardwareStatus && a.cw == b.cw && a.driverType == b.driverType
+           && a.drvCommands == b.drvCommands && a.rdsState == b.rdsState && a.clearGroup == b.clearGroup
+           && a.ifPan == b.ifPan && a.df == b.df && a.general == b.general && a.massDataStreams == b.massDataStreams
+           && a.speed == b.speed && s.group == t.group && s.unit == t.unit && s.minMaxStep.min == t.minMaxStep.min
+           && s.minMaxStep.max == t.minMaxStep.max && s.minMaxStep.step == t.minMaxStep.step
+           && s.valueMin == t.valueMin && s.valueMax == t.valueMax && s.valueStep == t.valueStep
+           && s.measurementInvalid == t.measurementInvalid && s.overload == t.overload;
+}
+bool plainEqual(const baseline::MeasurementResultList &a, const baseline::MeasurementResultList &b)
+{
+    return a == b;
+}
+
+// The first change after a copy, the same on both sides.
+void touch(HALVANE::ModeManager &m) { m.SetDualState(1); }
+void touch(baseline::ModeManager &m) { m.dualState = 1; }
+void touch(HALVANE::Administration &a) { a.GetSensorMetaData().SetOverload(4); }
+void touch(baseline::Administration &a) { a.sensorMetaData.overload = 4; }
+void touch(HALVANE::MeasurementResultList &l) { l.GetMeasurementData()[0].SetInternalKey(1); }
+void touch(baseline::MeasurementResultList &l) { l.measurementData[0].internalKey = 1; }
+
+template <class Lib, class Plain>
+void runForm(benchmark::State &state, const std::string &form, bool library, const Lib &lib, const Plain &plain,
+             const std::function<Lib()> &build, const std::function<Plain()> &buildPlain)
+{
+    qint64 bytes = 0;
+    if (form == "xml write") {
+        for (auto _ : state) {
+            const QString text = library ? libraryXml(lib) : plainXml(plain);
+            bytes = text.size() * 2;
+            benchmark::DoNotOptimize(text.constData());
+        }
+    } else if (form == "xml read") {
+        const QString text = libraryXml(lib);
+        bytes = text.size() * 2;
+        for (auto _ : state) {
+            QXmlStreamReader reader(text);
+            reader.readNextStartElement();
+            if (library) {
+                Lib object;
+                object.SetValidate(true);
+                object.ProcessXml(reader);
+                benchmark::DoNotOptimize(&object);
+            } else {
+                Plain object;
+                baseline::readXml(reader, object);
+                benchmark::DoNotOptimize(&object);
+            }
+        }
+    } else if (form == "tagged write" || form == "raw write") {
+        const bool tagged = form == "tagged write";
+        for (auto _ : state) {
+            const QByteArray out = library ? (tagged ? libraryTagged(lib) : libraryRaw(lib))
+                                           : (tagged ? plainTagged(plain) : plainRaw(plain));
+            bytes = out.size();
+            benchmark::DoNotOptimize(out.constData());
+        }
+    } else if (form == "tagged read" || form == "raw read") {
+        const bool tagged = form == "tagged read";
+        const QByteArray in = tagged ? libraryTagged(lib) : libraryRaw(lib);
+        bytes = in.size();
+        for (auto _ : state) {
+            QBuffer buffer;
+            buffer.setData(in);
+            buffer.open(QIODevice::ReadOnly);
+            QDataStream s(&buffer);
+            qint32 length = 0;
+            if (tagged)
+                s >> length;
+            if (library) {
+                Lib object;
+                object.SetValidate(true);
+                if (tagged)
+                    object.SetBinary(s, length);
+                else
+                    object.SetVersionSpecificBinaryWithoutValidation(s);
+                benchmark::DoNotOptimize(&object);
+            } else {
+                Plain object;
+                if (tagged)
+                    baseline::readTagged(s, length, object);
+                else
+                    baseline::readRaw(s, object);
+                benchmark::DoNotOptimize(&object);
+            }
+        }
+    } else if (form == "document xml") {
+        // The base's whole-document operations, write then read (library only).
+        for (auto _ : state) {
+            const QString text = lib.GetXmlString();
+            Lib back;
+            back.SetXmlString(text);
+            bytes = text.size() * 2;
+            benchmark::DoNotOptimize(&back);
+        }
+    } else if (form == "document binary") {
+        for (auto _ : state) {
+            const QByteArray block = lib.GetBinaryRepresentationAsQByteArray();
+            Lib back;
+            back.SetBinaryRepresentation(block);
+            bytes = block.size();
+            benchmark::DoNotOptimize(&back);
+        }
+    } else if (form == "build") {
+        for (auto _ : state) {
+            if (library) {
+                const Lib object = build();
+                benchmark::DoNotOptimize(&object);
+            } else {
+                const Plain object = buildPlain();
+                benchmark::DoNotOptimize(&object);
+            }
+        }
+    } else if (form == "copy + write") {
+        // A copy, then the first change to it.
+        for (auto _ : state) {
+            if (library) {
+                Lib copy(lib);
+                touch(copy);
+                benchmark::DoNotOptimize(&copy);
+            } else {
+                Plain copy(plain);
+                touch(copy);
+                benchmark::DoNotOptimize(&copy);
+            }
+        }
+    } else if (form == "compare") {
+        // Equal documents built separately, so that nothing is shared.
+        const Lib other = build();
+        const Plain otherPlain = buildPlain();
+        for (auto _ : state) {
+            const bool same = library ? lib == other : plainEqual(plain, otherPlain);
+            benchmark::DoNotOptimize(same);
+        }
+    }
+    state.SetBytesProcessed(qint64(state.iterations()) * bytes);
+}
+
+std::vector<Document> makeDocuments(bool quick)
+{
+    std::vector<Document> docs;
+    docs.push_back({"ModeManager", 1, [](benchmark::State &s, const std::string &form, bool library) {
+                        static const auto lib = documents::modeManager();
+                        static const auto plain = documents::plainModeManager();
+                        runForm<HALVANE::ModeManager, baseline::ModeManager>(
+                            s, form, library, lib, plain, documents::modeManager, documents::plainModeManager);
+                    }});
+    docs.push_back({"Administration", 1, [](benchmark::State &s, const std::string &form, bool library) {
+                        static const auto lib = documents::administration();
+                        static const auto plain = documents::plainAdministration();
+                        runForm<HALVANE::Administration, baseline::Administration>(
+                            s, form, library, lib, plain, documents::administration, documents::plainAdministration);
+                    }});
+    std::vector<int> sizes = {1000};
+    if (!quick) {
+        sizes.push_back(100000);
+        sizes.push_back(1000000);
+    }
+    for (int n : sizes) {
+        docs.push_back({"MeasurementResultList/" + std::to_string(n), n,
+                        [n](benchmark::State &s, const std::string &form, bool library) {
+                            static std::map<int, std::pair<HALVANE::MeasurementResultList,
+                                                           baseline::MeasurementResultList>> cache;
+                            if (!cache.count(n))
+                                cache[n] = {documents::results(n), documents::plainResults(n)};
+                            const auto &doc = cache[n];
+                            runForm<HALVANE::MeasurementResultList, baseline::MeasurementResultList>(
+                                s, form, library, doc.first, doc.second, [n] { return documents::results(n); },
+                                [n] { return documents::plainResults(n); });
+                        }});
+    }
+    return docs;
+}
+
+const char *const kForms[] = {"xml write",    "xml read",     "tagged write", "tagged read",    "raw write",
+                              "raw read",     "build",        "copy + write", "compare",        "document xml",
+                              "document binary"};
+
+bool baselineHas(const std::string &form)
+{
+    return form != "document xml" && form != "document binary";
+}
+
+// ---- The report
+
+struct Row {
+    std::string document, form;
+    int items;
+    double library = 0, baseline = 0; // ns per document
+    double libraryBytesPerSecond = 0;
+};
+
+class Collector : public benchmark::ConsoleReporter
+{
+public:
+    std::map<std::string, double> times;     // name -> µs per iteration (median when repeated)
+    std::map<std::string, double> bandwidth; // name -> bytes per second
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        for (const Run &run : runs) {
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median")
+                continue;
+            const std::string name = run.run_name.function_name;
+            if (run.run_type == Run::RT_Iteration && times.count(name) && run.repetitions > 1)
+                continue;
+            times[name] = run.GetAdjustedRealTime();
+            const auto bytes = run.counters.find("bytes_per_second");
+            if (bytes != run.counters.end())
+                bandwidth[name] = bytes->second;
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+};
+
+double heapInUse()
+{
+    return double(mallinfo2().uordblks);
+}
+
+void printMemory()
+{
+    // Heap per filled MeasurementData: growth while building a million items.
+    const int n = 1000000;
+    const double before = heapInUse();
+    {
+        const HALVANE::MeasurementResultList list = documents::results(n);
+        const double after = heapInUse();
+        std::printf("\n| measure | value |\n|---|---|\n");
+        std::printf("| heap per filled MeasurementData (1 000 000 items) | %.1f bytes |\n", (after - before) / n);
+        const long long copies = g_allocations;
+        HALVANE::MeasurementResultList copy(list);
+        std::printf("| allocations per item when copying that list | %.2f |\n", double(g_allocations - copies) / n);
+    }
+    const long long untouched = g_allocations;
+    {
+        HALVANE::Administration a;
+        HALVANE::MeasurementResultList l;
+        HALVANE::Administration b(a);
+        benchmark::DoNotOptimize(&b);
+        benchmark::DoNotOptimize(&l);
+    }
+    std::printf("| allocations of untouched objects | %lld |\n", g_allocations - untouched);
+}
+
+void printReport(const Collector &collector, const std::vector<Document> &docs)
+{
+    std::printf("\nMachine: %s, %s, %d cores; Qt %s\n\n", qPrintable(QSysInfo::prettyProductName()),
+                qPrintable(QSysInfo::currentCpuArchitecture()), int(std::thread::hardware_concurrency()), qVersion());
+    std::printf("| document | form | library µs | baseline µs | library/baseline | ns per item | library MB/s |\n");
+    std::printf("|---|---|---:|---:|---:|---:|---:|\n");
+    for (const Document &doc : docs) {
+        for (const char *form : kForms) {
+            const std::string lib = doc.name + " | " + form + " | library";
+            const std::string base = doc.name + " | " + form + " | baseline";
+            if (!collector.times.count(lib))
+                continue;
+            const double l = collector.times.at(lib);
+            const bool hasBase = collector.times.count(base) != 0;
+            const double b = hasBase ? collector.times.at(base) : 0;
+            const double mbs = collector.bandwidth.count(lib) ? collector.bandwidth.at(lib) / 1e6 : 0;
+            char ratio[32] = "-";
+            if (hasBase && b > 0)
+                std::snprintf(ratio, sizeof ratio, "%.2f", l / b);
+            char baseText[32] = "-";
+            if (hasBase)
+                std::snprintf(baseText, sizeof baseText, "%.2f", b);
+            std::printf("| %s | %s | %.2f | %s | %s | %.0f | %s |\n", doc.name.c_str(), form, l, baseText, ratio,
+                        l * 1000 / doc.items, mbs > 0 ? std::to_string(int(mbs)).c_str() : "-");
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    bool report = false;
+    bool quick = false;
+    std::vector<char *> args;
+    for (int i = 0; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--report")
+            report = true;
+        else if (arg == "--quick")
+            quick = true;
+        else
+            args.push_back(argv[i]);
+    }
+    int count = int(args.size());
+    benchmark::Initialize(&count, args.data());
+
+    const std::vector<Document> docs = makeDocuments(quick);
+    for (const Document &doc : docs) {
+        for (const char *form : kForms) {
+            for (bool library : {true, false}) {
+                if (!library && !baselineHas(form))
+                    continue;
+                const std::string name = doc.name + " | " + form + (library ? " | library" : " | baseline");
+                auto *b = benchmark::RegisterBenchmark(name.c_str(), [&doc, form, library](benchmark::State &s) {
+                    doc.run(s, form, library);
+                });
+                b->Unit(benchmark::kMicrosecond);
+                if (doc.items >= 100000)
+                    b->Iterations(doc.items >= 1000000 ? 1 : 3);
+            }
+        }
+    }
+    Collector collector;
+    benchmark::RunSpecifiedBenchmarks(&collector);
+    if (report) {
+        printReport(collector, docs);
+        if (!quick)
+            printMemory();
+    }
+    benchmark::Shutdown();
+    return 0;
+}
