@@ -189,10 +189,12 @@ Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
     Payload *p = static_cast<Payload *>(::operator new(desc.payloadSize));
     new (&p->ref) QAtomicInt(1);
     std::copy_n(from->words(), desc.wordCount, p->words());
-    // The copies of nested objects and list items are pushed again on the
-    // next prologue: a list shared with the source is detached by that walk.
+    // The copy's flag is pushed again on its next prologue, whose walk also
+    // detaches a list still shared with the source, so that a copy is deep.
+    // No logger appears by copying: nested copies take none, shared list
+    // items keep theirs, so the logger state stays what it was.
     if (desc.hasChildren)
-        p->state(desc) = 0;
+        p->state(desc) = quint8(from->state(desc) & LoggerClean);
     for (const Field &f : desc.fields)
         copyValue(f, p->at(f), from->at(f));
     return p;
