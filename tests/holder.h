@@ -17,4 +17,6 @@ class Holder : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(Holder)
+
 #endif

@@ -30,4 +30,6 @@ class Sample : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(Sample)
+
 #endif

@@ -92,4 +92,6 @@ class Administration : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(Administration)
+
 #endif

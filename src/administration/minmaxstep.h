@@ -17,4 +17,6 @@ class MinMaxStep : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(MinMaxStep)
+
 #endif

@@ -23,4 +23,6 @@ class SensorMetaData : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(SensorMetaData)
+
 #endif

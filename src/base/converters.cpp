@@ -133,6 +133,23 @@ QString Converters::ToString(const QDateTime &value)
 
 QDateTime Converters::ToDateTime(const QString &text)
 {
+    return ToDateTime(QStringView(text));
+}
+
+QDateTime Converters::ToDateTime(QStringView text)
+{
+    // The text is ASCII but for unusual zone names: narrow it on the stack.
+    char buffer[128];
+    if (text.size() <= qsizetype(sizeof buffer)) {
+        bool ascii = true;
+        for (qsizetype i = 0; i < text.size() && ascii; ++i) {
+            const char16_t c = text[i].unicode();
+            ascii = c < 0x80;
+            buffer[i] = char(c);
+        }
+        if (ascii)
+            return ToDateTime(buffer, int(text.size()));
+    }
     const QByteArray utf8 = text.toUtf8();
     return ToDateTime(utf8.constData(), utf8.size());
 }

@@ -4,6 +4,7 @@
 
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
+#include <QtCore/QStringView>
 
 class Converters
 {
@@ -12,6 +13,7 @@ public:
         invalid and null date-time, with its milliseconds and time spec. */
     static QString ToString(const QDateTime &value);
     static QDateTime ToDateTime(const QString &text);
+    static QDateTime ToDateTime(QStringView text);
     /*! The same on UTF-8 bytes, without a QString in between. */
     static QDateTime ToDateTime(const char *utf8, int size);
 };

@@ -13,6 +13,7 @@
 #include "frame.h"
 
 #include <new>
+#include <utility>
 #include <type_traits>
 
 namespace HALVANE {
@@ -38,6 +39,7 @@ struct OpsImpl {
     static void *listAt(void *list, int i) { return &(*static_cast<List *>(list))[i]; }
     static const void *listAtConst(const void *list, int i) { return &static_cast<const List *>(list)->at(i); }
     static void listAppend(void *list, const void *item) { static_cast<List *>(list)->append(*static_cast<const X *>(item)); }
+    static void listAppendMove(void *list, void *item) { static_cast<List *>(list)->append(std::move(*static_cast<X *>(item))); }
     static void listClear(void *list) { static_cast<List *>(list)->clear(); }
     static void listReserve(void *list, int size) { static_cast<List *>(list)->reserve(size); }
 
@@ -45,7 +47,7 @@ struct OpsImpl {
     {
         return ObjectOps{desc, &construct, &copy, &destroy, &assign, &base, &payload,
                          &listConstruct, &listCopy, &listDestroy, &listAssign, &listSize,
-                         &listAt, &listAtConst, &listAppend, &listClear, &listReserve};
+                         &listAt, &listAtConst, &listAppend, &listAppendMove, &listClear, &listReserve};
     }
 };
 
@@ -89,9 +91,25 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
         m_objectType = QUILLET::ObjectTypes(quint32(ID));                                            \
         X::SetValidate(other.GetValidate());                                                         \
     }                                                                                                \
+    X::X(X &&other) noexcept : QUILLET::IQuilletObject(other.GetObjectType()), d(other.d)           \
+    {                                                                                                \
+        other.d = nullptr;                                                                           \
+        SetObjectName(GetStaticObjectName());                                                        \
+        m_objectType = QUILLET::ObjectTypes(quint32(ID));                                            \
+        IQuilletObject::SetValidate(other.GetValidate());                                            \
+    }                                                                                                \
     X &X::operator=(const X &other)                                                                  \
     {                                                                                                \
         ::HALVANE::frame::assign(kDescriptor, d, other.d);                                           \
+        return *this;                                                                                \
+    }                                                                                                \
+    X &X::operator=(X &&other) noexcept                                                              \
+    {                                                                                                \
+        if (this != &other) {                                                                        \
+            ::HALVANE::frame::release(kDescriptor, d);                                               \
+            d = other.d;                                                                             \
+            other.d = nullptr;                                                                       \
+        }                                                                                            \
         return *this;                                                                                \
     }                                                                                                \
     X::~X() { ::HALVANE::frame::release(kDescriptor, d); }                                           \
@@ -206,7 +224,9 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
         return ::HALVANE::frame::isValidList(HALVANE_ROW_(I), &items);                                  \
     }
 
-#define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F) HALVANE_LIST_ACCESSORS_(X, T, F, HALVANE_INDEX_(F))
+#define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F)                                                  \
+    HALVANE_LIST_ACCESSORS_(X, T, F, HALVANE_INDEX_(F))                                         \
+    void X::Append##F(T &&item) { ::HALVANE::frame::append(HALVANE_OBJ_, HALVANE_INDEX_(F), &item, true); }
 #define HALVANE_STRING_LIST_ACCESSORS(X, F) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F))
 
 #define HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)                                                      \

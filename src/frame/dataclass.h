@@ -34,7 +34,9 @@ public:                                                                         
     static const qint64 id;                                                     \
     X();                                                                        \
     X(const X &other);                                                          \
+    X(X &&other) noexcept;                                                      \
     X &operator=(const X &other);                                               \
+    X &operator=(X &&other) noexcept;                                           \
     ~X() override;                                                              \
     bool operator==(const X &other) const;                                      \
     bool operator!=(const X &other) const { return !(*this == other); }         \
@@ -156,7 +158,9 @@ public:
     bool IsValid##F(const T &item) const;            \
     bool IsValid##F(const QVector<T> &items) const;
 
-#define HALVANE_OBJECT_LIST_FIELD(T, F) HALVANE_LIST_FIELD_(T, F)
+#define HALVANE_OBJECT_LIST_FIELD(T, F) \
+    HALVANE_LIST_FIELD_(T, F)           \
+    void Append##F(T &&item);
 #define HALVANE_STRING_LIST_FIELD(F) HALVANE_LIST_FIELD_(QString, F)
 // A list of enumerated values: F is the item type, with the converters of its table.
 #define HALVANE_ENUM_LIST_FIELD(F)       \
@@ -165,5 +169,9 @@ public:
     F GetDefault##F() const;             \
     F GetInvalid##F() const;             \
     HALVANE_ENUM_CONVERTERS_(F)
+
+/*! After a class, in the global namespace: data objects may be moved in
+    memory, so that containers of them grow without copying. */
+#define HALVANE_DECLARE_TYPE(X) Q_DECLARE_TYPEINFO(HALVANE::X, Q_MOVABLE_TYPE);
 
 #endif

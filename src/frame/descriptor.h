@@ -65,6 +65,7 @@ struct ObjectOps {
     void *(*listAt)(void *list, int i);            // detaches the vector
     const void *(*listAtConst)(const void *list, int i);
     void (*listAppend)(void *list, const void *item);
+    void (*listAppendMove)(void *list, void *item);
     void (*listClear)(void *list);
     void (*listReserve)(void *list, int size);
 };

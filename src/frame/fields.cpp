@@ -189,7 +189,7 @@ void setValue(const Obj &o, int field, const void *value)
         markChildrenDirty(p, *o.desc);
 }
 
-void append(const Obj &o, int field, const void *item)
+void append(const Obj &o, int field, const void *item, bool movable)
 {
     Payload *p = initData(o);
     const Field &f = o.desc->fields[field];
@@ -207,7 +207,10 @@ void append(const Obj &o, int field, const void *item)
     }
     switch (f.kind) {
     case Kind::ObjectList: {
-        f.itemOps->listAppend(list, item);
+        if (movable)
+            f.itemOps->listAppendMove(list, const_cast<void *>(item));
+        else
+            f.itemOps->listAppend(list, item);
         const int last = f.itemOps->listSize(list) - 1;
         childChanged(o, p, objectAt(f.itemOps, f.itemOps->listAt(list, last)));
         break;

@@ -45,7 +45,9 @@ void *valueOf(const Obj &o, int field);
 void *mutableValueOf(const Obj &o, int field);
 /*! The setter: tests \a value when validation is on, stores it, turns the bit on. */
 void setValue(const Obj &o, int field, const void *value);
-void append(const Obj &o, int field, const void *item);
+/*! AppendFoo: tests the item when validation is on and appends it; a
+    \a movable item (a reader's own, or a caller's temporary) is moved in. */
+void append(const Obj &o, int field, const void *item, bool movable = false);
 bool isValidValue(const Field &f, const void *value);
 bool isValidItem(const Field &f, const void *item);
 bool isValidList(const Field &f, const void *list);

@@ -29,4 +29,6 @@ class ModeManager : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(ModeManager)
+
 #endif

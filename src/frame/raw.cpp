@@ -138,7 +138,7 @@ void readList(const Obj &o, int index, QDataStream &stream)
             readRaw(item.obj(), stream);
             if (stream.status() != QDataStream::Ok)
                 return;
-            append(o, index, item.get());
+            append(o, index, item.get(), true);
             break;
         }
         case Kind::StringList: {

@@ -282,32 +282,13 @@ bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked
 void decodeObject(const Obj &o, Source &src, qint64 length, bool top);
 
 // One text value of a record or list item, converted as the XML reader does.
-void decodeText(const Obj &o, int index, Source &src, bool item)
+void decodeText(const Obj &o, int index, Source &src)
 {
-    const Field &f = o.desc->fields[index];
     const char *data;
     int size;
     if (!src.bytes(data, size))
         messages::lengthError(o.self->GetObjectName());
-    switch (f.kind) {
-    case Kind::Enum:
-    case Kind::EnumList: {
-        const qint8 value = f.table->findUtf8(data, size);
-        if (item)
-            append(o, index, &value);
-        else
-            setValue(o, index, &value);
-        break;
-    }
-    case Kind::DateTime: {
-        const QDateTime value = Converters::ToDateTime(data, size);
-        setValue(o, index, &value);
-        break;
-    }
-    default:
-        setFromText(o, index, QString::fromUtf8(data, size));
-        break;
-    }
+    setFromUtf8(o, index, data, size);
 }
 
 void decodeList(const Obj &o, int index, Source &src)
@@ -334,9 +315,9 @@ void decodeList(const Obj &o, int index, Source &src)
             item.object()->SetValidate(o.self->GetValidate());
             item.object()->SetLogger(o.self->GetLogger());
             decodeObject(item.obj(), src, itemLength, false);
-            append(o, index, item.get());
+            append(o, index, item.get(), true);
         } else {
-            decodeText(o, index, src, true);
+            decodeText(o, index, src);
         }
     }
 }
@@ -388,7 +369,7 @@ void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
             case Kind::String:
             case Kind::DateTime:
             case Kind::Enum:
-                decodeText(o, index, src, false);
+                decodeText(o, index, src);
                 break;
             case Kind::Nested: {
                 Payload *p = initData(o);

@@ -7,6 +7,8 @@
 
 #include "../base/converters.h"
 
+#include <charconv>
+
 namespace HALVANE {
 namespace frame {
 
@@ -50,7 +52,7 @@ QByteArray valueUtf8(const Field &f, const void *value)
     }
 }
 
-void numberFromText(const Field &f, const QString &text, ScalarValue &out)
+void numberFromText(const Field &f, QStringView text, ScalarValue &out)
 {
     switch (f.kind) {
     case Kind::Int:
@@ -75,30 +77,75 @@ void numberFromText(const Field &f, const QString &text, ScalarValue &out)
     }
 }
 
-void setFromText(const Obj &o, int field, const QString &text)
+namespace {
+
+// True when the text, lower-cased character by character, is \a lower.
+bool equalsLowered(QStringView text, QLatin1String lower)
+{
+    if (text.size() != lower.size())
+        return false;
+    for (int i = 0; i < int(text.size()); ++i) {
+        if (text[i].toLower() != QLatin1Char(lower[i]))
+            return false;
+    }
+    return true;
+}
+
+// A plain decimal number: optional minus, digits, optional point and digits.
+// Its value is the same from any exact conversion, so it needs no QString.
+bool parsePlainDecimal(const char *text, int size, double &value)
+{
+    if (size <= 0 || size > 40)
+        return false;
+    int i = text[0] == '-' ? 1 : 0;
+    const int digitsStart = i;
+    while (i < size && text[i] >= '0' && text[i] <= '9')
+        ++i;
+    if (i == digitsStart)
+        return false;
+    if (i < size && text[i] == '.') {
+        const int fraction = ++i;
+        while (i < size && text[i] >= '0' && text[i] <= '9')
+            ++i;
+        if (i == fraction)
+            return false;
+    }
+    if (i != size)
+        return false;
+    const auto result = std::from_chars(text, text + size, value);
+    return result.ec == std::errc() && result.ptr == text + size;
+}
+
+} // namespace
+
+void setFromText(const Obj &o, int field, QStringView text)
 {
     const Field &f = o.desc->fields[field];
     switch (f.kind) {
     case Kind::Bool: {
-        const QString lower = text.toLower();
         bool value = false;
-        if (lower.isEmpty()) {
+        if (text.isEmpty()) {
             if (f.flags & HasDefault)
                 value = f.initInt != 0;
             else if (o.self->GetValidate())
                 messages::emptyBool(f.elementName, o.self->GetObjectName());
         } else {
-            value = lower != QLatin1String("0") && lower != QLatin1String("false");
+            value = !equalsLowered(text, QLatin1String("0")) && !equalsLowered(text, QLatin1String("false"));
         }
         setValue(o, field, &value);
         break;
     }
-    case Kind::String:
-        setValue(o, field, &text);
+    case Kind::String: {
+        // An empty text is an empty string, never a null one.
+        const QString value = text.isEmpty() ? QString(QLatin1String("")) : text.toString();
+        setValue(o, field, &value);
         break;
-    case Kind::StringList:
-        append(o, field, &text);
+    }
+    case Kind::StringList: {
+        const QString value = text.isEmpty() ? QString(QLatin1String("")) : text.toString();
+        append(o, field, &value);
         break;
+    }
     case Kind::DateTime: {
         const QDateTime value = Converters::ToDateTime(text);
         setValue(o, field, &value);
@@ -124,6 +171,53 @@ void setFromText(const Obj &o, int field, const QString &text)
     case Kind::ObjectList:
         break;
     }
+}
+
+} // namespace frame
+} // namespace HALVANE
+
+namespace HALVANE {
+namespace frame {
+
+void setFromUtf8(const Obj &o, int field, const char *utf8, int size)
+{
+    const Field &f = o.desc->fields[field];
+    ScalarValue value;
+    switch (f.kind) {
+    case Kind::Enum:
+    case Kind::EnumList:
+        value.e = f.table->findUtf8(utf8, size);
+        if (f.kind == Kind::Enum)
+            setValue(o, field, &value);
+        else
+            append(o, field, &value.e);
+        return;
+    case Kind::DateTime: {
+        const QDateTime dateTime = Converters::ToDateTime(utf8, size);
+        setValue(o, field, &dateTime);
+        return;
+    }
+    case Kind::Double:
+        // Floats keep the text path: their range checks belong to the conversion.
+        if (parsePlainDecimal(utf8, size, value.d)) {
+            setValue(o, field, &value);
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    // The decoded text, read as the XML reader reads it.
+    const QString text = QString::fromUtf8(utf8, size);
+    if (f.kind == Kind::String || f.kind == Kind::StringList) {
+        // A null array decodes to an empty, non-null string.
+        if (f.kind == Kind::String)
+            setValue(o, field, &text);
+        else
+            append(o, field, &text);
+        return;
+    }
+    setFromText(o, field, text);
 }
 
 } // namespace frame

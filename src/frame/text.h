@@ -6,6 +6,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringView>
 
 namespace HALVANE {
 namespace frame {
@@ -27,10 +28,12 @@ QByteArray valueUtf8(const Field &f, const void *value);
 
 /*! Converts a text to the value of a number, enumerated or list item kind;
     text that is no number gives 0. */
-void numberFromText(const Field &f, const QString &text, ScalarValue &out);
+void numberFromText(const Field &f, QStringView text, ScalarValue &out);
 /*! Reads element or attribute text into the field through its setter, or
     appends it as an item for a list of strings or enumerated values. */
-void setFromText(const Obj &o, int field, const QString &text);
+void setFromText(const Obj &o, int field, QStringView text);
+/*! As setFromText, from the UTF-8 text of a tagged record. */
+void setFromUtf8(const Obj &o, int field, const char *utf8, int size);
 
 } // namespace frame
 } // namespace HALVANE

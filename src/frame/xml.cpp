@@ -3,6 +3,7 @@
 #include "messages.h"
 #include "text.h"
 
+#include <QtCore/QVarLengthArray>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
 
@@ -11,13 +12,41 @@ namespace frame {
 
 namespace {
 
-QString elementText(QXmlStreamReader &reader)
+// The text of the element the reader stands on, with the text of any child
+// elements, as readElementText(IncludeChildElements) gives it, but gathered
+// on the stack: short texts cost no allocation. Leaves the reader on the
+// element's end element.
+class ElementText
 {
-    QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
-    if (text.isNull())
-        text = QLatin1String("");
-    return text;
-}
+public:
+    explicit ElementText(QXmlStreamReader &reader)
+    {
+        int depth = 1;
+        while (!reader.atEnd()) {
+            switch (reader.readNext()) {
+            case QXmlStreamReader::Characters:
+            case QXmlStreamReader::EntityReference: {
+                const auto text = reader.text();
+                m_text.append(text.constData(), int(text.size()));
+                break;
+            }
+            case QXmlStreamReader::StartElement:
+                ++depth;
+                break;
+            case QXmlStreamReader::EndElement:
+                if (--depth == 0)
+                    return;
+                break;
+            default:
+                break;
+            }
+        }
+    }
+    QStringView view() const { return QStringView(m_text.constData(), m_text.size()); }
+
+private:
+    QVarLengthArray<QChar, 256> m_text;
+};
 
 void writeObject(const Obj &o, QXmlStreamWriter &writer, bool checked);
 
@@ -119,7 +148,7 @@ void processXml(const Obj &o, QXmlStreamReader &reader)
             attributesRead = true;
         }
         if (attributes.hasAttribute(f.elementName))
-            setFromText(o, f.bit, attributes.value(f.elementName).toString());
+            setFromText(o, f.bit, QStringView(attributes.value(f.elementName)));
     }
     const_cast<QUILLET::IQuilletObject *>(o.self)->QUILLET::IQuilletObject::ProcessXml(reader);
 }
@@ -149,7 +178,7 @@ void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
         item.object()->SetValidate(o.self->GetValidate());
         item.object()->SetLogger(o.self->GetLogger());
         item.object()->ProcessXml(reader);
-        append(o, index, item.get());
+        append(o, index, item.get(), true);
         break;
     }
     case Kind::Bool:
@@ -162,7 +191,7 @@ void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
     case Kind::Enum:
     case Kind::StringList:
     case Kind::EnumList:
-        setFromText(o, index, elementText(reader));
+        setFromText(o, index, ElementText(reader).view());
         break;
     }
 }

@@ -27,4 +27,6 @@ class MeasurementData : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(MeasurementData)
+
 #endif

@@ -20,4 +20,6 @@ class MeasurementList : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(MeasurementList)
+
 #endif

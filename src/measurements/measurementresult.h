@@ -19,4 +19,6 @@ class MeasurementResult : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(MeasurementResult)
+
 #endif

@@ -15,4 +15,6 @@ class MeasurementResultList : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(MeasurementResultList)
+
 #endif

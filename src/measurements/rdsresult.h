@@ -17,4 +17,6 @@ class RDSResult : public QUILLET::IQuilletObject
 
 } // namespace HALVANE
 
+HALVANE_DECLARE_TYPE(RDSResult)
+
 #endif
