@@ -1,8 +1,19 @@
 // Raw binary form: presence bytes, then bare values in field order, with no
 // tags, lengths or validation. Writer and reader must agree on the layout.
+//
+// The values are those of QDataStream's operators. Where the stream's version
+// is one whose layout this file knows (5.2 to 5.15), an object is encoded into
+// one buffer handed to the stream at once, and read straight from the memory
+// of a QBuffer; any value this code does not handle itself (a date-time with
+// an offset or a zone, an out-of-range date) goes through the stream's own
+// operator on that memory. Other streams use the operators throughout.
 #include "frame.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QtEndian>
+
+#include <cstring>
 
 namespace HALVANE {
 namespace frame {
@@ -14,35 +25,157 @@ int presenceBytes(const ClassDescriptor &desc)
     return (desc.fields.size() + 7) / 8;
 }
 
-void writeValue(const Field &f, void *at, QDataStream &stream)
+bool isList(Kind kind)
+{
+    return kind == Kind::ObjectList || kind == Kind::StringList || kind == Kind::EnumList;
+}
+
+bool knownLayout(const QDataStream &stream)
+{
+    return stream.version() >= QDataStream::Qt_5_2 && stream.version() <= QDataStream::Qt_5_15;
+}
+
+void copySettings(const QDataStream &from, QDataStream &to)
+{
+    to.setVersion(from.version());
+    to.setByteOrder(from.byteOrder());
+    to.setFloatingPointPrecision(from.floatingPointPrecision());
+}
+
+// ---- Writers: the stream's operators, or a buffer in the stream's layout
+
+class StreamOut
+{
+public:
+    explicit StreamOut(QDataStream &stream) : m_stream(stream) {}
+    void bytes(const char *data, int n) { m_stream.writeRawData(data, n); }
+    template <class T>
+    void value(const T &v) { m_stream << v; }
+
+private:
+    QDataStream &m_stream;
+};
+
+class MemoryOut
+{
+public:
+    explicit MemoryOut(const QDataStream &stream)
+        : m_stream(stream), m_big(stream.byteOrder() == QDataStream::BigEndian),
+          m_single(stream.floatingPointPrecision() == QDataStream::SinglePrecision)
+    {
+    }
+    void bytes(const char *data, int n) { std::memcpy(reserve(n), data, size_t(n)); }
+    void value(bool v) { *reserve(1) = char(v ? 1 : 0); }
+    void value(qint8 v) { *reserve(1) = char(v); }
+    void value(qint32 v) { integer(v); }
+    void value(qint64 v) { integer(v); }
+    void value(double v)
+    {
+        if (m_single)
+            return value(float(v));
+        quint64 bits;
+        std::memcpy(&bits, &v, 8);
+        integer(bits);
+    }
+    void value(float v)
+    {
+        if (!m_single)
+            return value(double(v));
+        quint32 bits;
+        std::memcpy(&bits, &v, 4);
+        integer(bits);
+    }
+    void value(const QString &s)
+    {
+        if (s.isNull())
+            return integer(quint32(0xFFFFFFFF));
+        integer(quint32(s.size() * 2));
+        char *at = reserve(s.size() * 2);
+        const ushort *units = s.utf16();
+        for (int i = 0; i < s.size(); ++i, at += 2) {
+            if (m_big)
+                qToBigEndian(units[i], at);
+            else
+                qToLittleEndian(units[i], at);
+        }
+    }
+    void value(const QDateTime &t)
+    {
+        const Qt::TimeSpec spec = t.timeSpec();
+        if (t.isValid() && (spec == Qt::UTC || spec == Qt::LocalTime)) {
+            integer(qint64(t.date().toJulianDay()));
+            integer(quint32(t.time().msecsSinceStartOfDay()));
+            value(qint8(spec));
+            return;
+        }
+        QByteArray other;
+        QDataStream s(&other, QIODevice::WriteOnly);
+        copySettings(m_stream, s);
+        s << t;
+        bytes(other.constData(), other.size());
+    }
+    const QByteArray &buffer() const { return m_buffer; }
+    int size() const { return m_size; }
+
+private:
+    template <class T>
+    void integer(T v)
+    {
+        char *at = reserve(int(sizeof(T)));
+        if (m_big)
+            qToBigEndian(v, at);
+        else
+            qToLittleEndian(v, at);
+    }
+    char *reserve(int n)
+    {
+        if (m_size + n > m_buffer.size())
+            m_buffer.resize(qMax(128, qMax(m_size + n, m_buffer.size() * 2)));
+        char *at = m_buffer.data() + m_size;
+        m_size += n;
+        return at;
+    }
+
+    const QDataStream &m_stream;
+    QByteArray m_buffer;
+    int m_size = 0;
+    bool m_big;
+    bool m_single;
+};
+
+template <class Out>
+void writeObject(const Obj &o, Out &out);
+
+template <class Out>
+void writeValue(const Field &f, void *at, Out &out)
 {
     switch (f.kind) {
     case Kind::Bool:
-        stream << *static_cast<const bool *>(at);
+        out.value(*static_cast<const bool *>(at));
         break;
     case Kind::Int:
-        stream << qint64(*static_cast<const qint32 *>(at));
+        out.value(qint64(*static_cast<const qint32 *>(at)));
         break;
     case Kind::Int64:
-        stream << *static_cast<const qint64 *>(at);
+        out.value(*static_cast<const qint64 *>(at));
         break;
     case Kind::Double:
-        stream << *static_cast<const double *>(at);
+        out.value(*static_cast<const double *>(at));
         break;
     case Kind::Float:
-        stream << *static_cast<const float *>(at);
+        out.value(*static_cast<const float *>(at));
         break;
     case Kind::String:
-        stream << *static_cast<const QString *>(at);
+        out.value(*static_cast<const QString *>(at));
         break;
     case Kind::DateTime:
-        stream << *static_cast<const QDateTime *>(at);
+        out.value(*static_cast<const QDateTime *>(at));
         break;
     case Kind::Enum:
-        stream << *static_cast<const qint8 *>(at);
+        out.value(*static_cast<const qint8 *>(at));
         break;
     case Kind::Nested:
-        writeRaw(objectAt(f.itemOps, at), stream);
+        writeObject(objectAt(f.itemOps, at), out);
         break;
     case Kind::ObjectList:
     case Kind::StringList:
@@ -51,30 +184,31 @@ void writeValue(const Field &f, void *at, QDataStream &stream)
     }
 }
 
-void writeList(const Field &f, void *list, bool set, QDataStream &stream)
+template <class Out>
+void writeList(const Field &f, void *list, bool set, Out &out)
 {
     switch (f.kind) {
     case Kind::ObjectList: {
         const int n = f.itemOps->listSize(list);
-        stream << qint32(n);
+        out.value(qint32(n));
         if (set || !f.required()) {
             for (int i = 0; i < n; ++i)
-                writeRaw(objectAt(f.itemOps, f.itemOps->listAt(list, i)), stream);
+                writeObject(objectAt(f.itemOps, f.itemOps->listAt(list, i)), out);
         }
         break;
     }
     case Kind::StringList: {
         const auto &items = *static_cast<const QVector<QString> *>(list);
-        stream << qint32(items.size());
+        out.value(qint32(items.size()));
         for (const QString &item : items)
-            stream << item;
+            out.value(item);
         break;
     }
     case Kind::EnumList: {
         const auto &items = *static_cast<const QVector<qint8> *>(list);
-        stream << qint32(items.size());
+        out.value(qint32(items.size()));
         for (qint8 item : items)
-            stream << item;
+            out.value(item);
         break;
     }
     default:
@@ -82,39 +216,207 @@ void writeList(const Field &f, void *list, bool set, QDataStream &stream)
     }
 }
 
+template <class Out>
+void writeObject(const Obj &o, Out &out)
+{
+    Payload *p = initData(o);
+    const int n = presenceBytes(*o.desc);
+    char bytes[8];
+    for (int i = 0; i < n; ++i)
+        bytes[i] = char(p->words()[i / 4] >> (8 * (i % 4)));
+    out.bytes(bytes, n);
+    for (const Field &f : o.desc->fields) {
+        void *at = p->at(f);
+        const bool set = p->bit(f.bit);
+        if (isList(f.kind)) {
+            if (f.required() || set)
+                writeList(f, at, set, out);
+        } else if (f.required() ? (set || (f.kind != Kind::Bool && f.kind != Kind::Nested)) : set) {
+            writeValue(f, at, out);
+        }
+    }
+}
+
+// ---- Readers: the stream's operators, or the memory of a QBuffer
+
+class StreamIn
+{
+public:
+    explicit StreamIn(QDataStream &stream) : m_stream(stream) {}
+    bool ok() const { return m_stream.status() == QDataStream::Ok; }
+    void bytes(char *data, int n)
+    {
+        if (m_stream.readRawData(data, n) != n)
+            m_stream.setStatus(QDataStream::ReadPastEnd);
+    }
+    template <class T>
+    void value(T &v) { m_stream >> v; }
+
+private:
+    QDataStream &m_stream;
+};
+
+class MemoryIn
+{
+public:
+    MemoryIn(QDataStream &stream, const char *begin, const char *end)
+        : m_stream(stream), m_at(begin), m_end(end), m_big(stream.byteOrder() == QDataStream::BigEndian),
+          m_single(stream.floatingPointPrecision() == QDataStream::SinglePrecision)
+    {
+    }
+    const char *at() const { return m_at; }
+    bool ok() const { return m_stream.status() == QDataStream::Ok; }
+    void bytes(char *data, int n)
+    {
+        const int got = take(n);
+        std::memcpy(data, m_at - got, size_t(got));
+        if (got < n)
+            std::memset(data + got, 0, size_t(n - got));
+    }
+    void value(bool &v)
+    {
+        qint8 byte;
+        value(byte);
+        v = byte != 0;
+    }
+    void value(qint8 &v) { v = take(1) == 1 ? qint8(m_at[-1]) : 0; }
+    void value(qint32 &v) { v = integer<qint32>(); }
+    void value(qint64 &v) { v = integer<qint64>(); }
+    void value(double &v)
+    {
+        if (m_single) {
+            float f;
+            value(f);
+            v = double(f);
+            return;
+        }
+        const quint64 bits = integer<quint64>();
+        std::memcpy(&v, &bits, 8);
+    }
+    void value(float &v)
+    {
+        if (!m_single) {
+            double d;
+            value(d);
+            v = float(d);
+            return;
+        }
+        const quint32 bits = integer<quint32>();
+        std::memcpy(&v, &bits, 4);
+    }
+    void value(QString &s)
+    {
+        if (m_end - m_at < 4)
+            return viaStream(s);
+        const quint32 bytes = peek<quint32>();
+        if (bytes == 0xFFFFFFFF || (bytes & 1) || qint64(bytes) > m_end - m_at - 4)
+            return viaStream(s); // null, corrupt or cut short: as the stream does it
+        m_at += 4;
+        const int n = int(bytes / 2);
+        s = bytes == 0 ? QString(QLatin1String("")) : QString(n, Qt::Uninitialized);
+        QChar *out = s.data();
+        for (int i = 0; i < n; ++i, m_at += 2)
+            out[i] = QChar(m_big ? qFromBigEndian<quint16>(m_at) : qFromLittleEndian<quint16>(m_at));
+    }
+    void value(QDateTime &t)
+    {
+        if (m_end - m_at >= 13) {
+            const qint64 jd = m_big ? qFromBigEndian<qint64>(m_at) : qFromLittleEndian<qint64>(m_at);
+            const quint32 ms = m_big ? qFromBigEndian<quint32>(m_at + 8) : qFromLittleEndian<quint32>(m_at + 8);
+            const qint8 spec = qint8(m_at[12]);
+            const QDate date = QDate::fromJulianDay(jd);
+            if ((spec == Qt::UTC || spec == Qt::LocalTime) && date.isValid() && ms < 86400000u) {
+                m_at += 13;
+                t = QDateTime(date, QTime::fromMSecsSinceStartOfDay(int(ms)), Qt::TimeSpec(spec));
+                return;
+            }
+        }
+        viaStream(t);
+    }
+
+private:
+    // Takes up to n bytes; a short read sets the stream's status, as a
+    // stream on the same bytes would.
+    int take(int n)
+    {
+        const int got = int(qMin<qint64>(n, m_end - m_at));
+        m_at += got;
+        if (got < n)
+            m_stream.setStatus(QDataStream::ReadPastEnd);
+        return got;
+    }
+    template <class T>
+    T peek() const
+    {
+        return m_big ? qFromBigEndian<T>(m_at) : qFromLittleEndian<T>(m_at);
+    }
+    template <class T>
+    T integer()
+    {
+        if (take(int(sizeof(T))) != int(sizeof(T)))
+            return 0;
+        return m_big ? qFromBigEndian<T>(m_at - sizeof(T)) : qFromLittleEndian<T>(m_at - sizeof(T));
+    }
+    // The stream's own operator on the remaining memory.
+    template <class T>
+    void viaStream(T &v)
+    {
+        const QByteArray rest = QByteArray::fromRawData(m_at, int(m_end - m_at));
+        QBuffer buffer;
+        buffer.setData(rest);
+        buffer.open(QIODevice::ReadOnly);
+        QDataStream s(&buffer);
+        copySettings(m_stream, s);
+        s >> v;
+        m_at += buffer.pos();
+        if (s.status() != QDataStream::Ok && m_stream.status() == QDataStream::Ok)
+            m_stream.setStatus(s.status());
+    }
+
+    QDataStream &m_stream;
+    const char *m_at;
+    const char *m_end;
+    bool m_big;
+    bool m_single;
+};
+
+template <class In>
+void readObject(const Obj &o, In &in);
+
 // Reads a value straight into the payload, without setter or test.
-void readValue(const Field &f, void *at, QDataStream &stream)
+template <class In>
+void readValue(const Field &f, void *at, In &in)
 {
     switch (f.kind) {
     case Kind::Bool:
-        stream >> *static_cast<bool *>(at);
+        in.value(*static_cast<bool *>(at));
         break;
     case Kind::Int: {
         qint64 wide = 0;
-        stream >> wide;
+        in.value(wide);
         *static_cast<qint32 *>(at) = qint32(quint32(quint64(wide)));
         break;
     }
     case Kind::Int64:
-        stream >> *static_cast<qint64 *>(at);
+        in.value(*static_cast<qint64 *>(at));
         break;
     case Kind::Double:
-        stream >> *static_cast<double *>(at);
+        in.value(*static_cast<double *>(at));
         break;
     case Kind::Float:
-        stream >> *static_cast<float *>(at);
+        in.value(*static_cast<float *>(at));
         break;
     case Kind::String:
-        stream >> *static_cast<QString *>(at);
+        in.value(*static_cast<QString *>(at));
         break;
     case Kind::DateTime:
-        stream >> *static_cast<QDateTime *>(at);
+        in.value(*static_cast<QDateTime *>(at));
         break;
     case Kind::Enum:
-        stream >> *static_cast<qint8 *>(at);
+        in.value(*static_cast<qint8 *>(at));
         break;
     case Kind::Nested:
-        readRaw(objectAt(f.itemOps, at), stream);
+        readObject(objectAt(f.itemOps, at), in);
         break;
     case Kind::ObjectList:
     case Kind::StringList:
@@ -124,35 +426,36 @@ void readValue(const Field &f, void *at, QDataStream &stream)
 }
 
 // List items go through a new item and the append, which tests them.
-void readList(const Obj &o, int index, QDataStream &stream)
+template <class In>
+void readList(const Obj &o, int index, In &in)
 {
     const Field &f = o.desc->fields[index];
     qint32 count = 0;
-    stream >> count;
-    // Each item takes at least one byte: stop as soon as the stream runs dry
+    in.value(count);
+    // Each item takes at least one byte: stop as soon as the input runs dry
     // instead of trusting the count.
-    for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+    for (qint32 i = 0; i < count && in.ok(); ++i) {
         switch (f.kind) {
         case Kind::ObjectList: {
             TempItem item(f.itemOps);
-            readRaw(item.obj(), stream);
-            if (stream.status() != QDataStream::Ok)
+            readObject(item.obj(), in);
+            if (!in.ok())
                 return;
             append(o, index, item.get(), true);
             break;
         }
         case Kind::StringList: {
             QString item;
-            stream >> item;
-            if (stream.status() != QDataStream::Ok)
+            in.value(item);
+            if (!in.ok())
                 return;
             append(o, index, &item);
             break;
         }
         case Kind::EnumList: {
             qint8 item = 0;
-            stream >> item;
-            if (stream.status() != QDataStream::Ok)
+            in.value(item);
+            if (!in.ok())
                 return;
             append(o, index, &item);
             break;
@@ -163,40 +466,13 @@ void readList(const Obj &o, int index, QDataStream &stream)
     }
 }
 
-bool isList(Kind kind)
-{
-    return kind == Kind::ObjectList || kind == Kind::StringList || kind == Kind::EnumList;
-}
-
-} // namespace
-
-void writeRaw(const Obj &o, QDataStream &stream)
-{
-    Payload *p = initData(o);
-    const int n = presenceBytes(*o.desc);
-    char bytes[8];
-    for (int i = 0; i < n; ++i)
-        bytes[i] = char(p->words()[i / 4] >> (8 * (i % 4)));
-    stream.writeRawData(bytes, n);
-    for (const Field &f : o.desc->fields) {
-        void *at = p->at(f);
-        const bool set = p->bit(f.bit);
-        if (isList(f.kind)) {
-            if (f.required() || set)
-                writeList(f, at, set, stream);
-        } else if (f.required() ? (set || (f.kind != Kind::Bool && f.kind != Kind::Nested)) : set) {
-            writeValue(f, at, stream);
-        }
-    }
-}
-
-void readRaw(const Obj &o, QDataStream &stream)
+template <class In>
+void readObject(const Obj &o, In &in)
 {
     Payload *p = initData(o);
     const int n = presenceBytes(*o.desc);
     char bytes[8] = {};
-    if (stream.readRawData(bytes, n) != n)
-        stream.setStatus(QDataStream::ReadPastEnd);
+    in.bytes(bytes, n);
     for (int w = 0; w < o.desc->wordCount; ++w) {
         quint32 word = 0;
         for (int i = 0; i < 4 && 4 * w + i < n; ++i)
@@ -211,14 +487,43 @@ void readRaw(const Obj &o, QDataStream &stream)
         if (!f.required() && !p->bit(f.bit))
             continue;
         if (isList(f.kind)) {
-            readList(o, f.bit, stream);
+            readList(o, f.bit, in);
             p = access(o);
             continue;
         }
-        readValue(f, p->at(f), stream);
+        readValue(f, p->at(f), in);
         if (f.kind == Kind::Nested)
             childChanged(o, p, objectAt(f.itemOps, p->at(f)));
     }
+}
+
+} // namespace
+
+void writeRaw(const Obj &o, QDataStream &stream)
+{
+    if (knownLayout(stream)) {
+        MemoryOut out(stream);
+        writeObject(o, out);
+        stream.writeRawData(out.buffer().constData(), out.size());
+        return;
+    }
+    StreamOut out(stream);
+    writeObject(o, out);
+}
+
+void readRaw(const Obj &o, QDataStream &stream)
+{
+    QBuffer *buffer = qobject_cast<QBuffer *>(stream.device());
+    if (knownLayout(stream) && buffer && buffer->isReadable() && !buffer->isTextModeEnabled()) {
+        const QByteArray &data = buffer->data();
+        const qint64 start = buffer->pos();
+        MemoryIn in(stream, data.constData() + start, data.constData() + data.size());
+        readObject(o, in);
+        buffer->seek(in.at() - data.constData());
+        return;
+    }
+    StreamIn in(stream);
+    readObject(o, in);
 }
 
 } // namespace frame
