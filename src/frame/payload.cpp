@@ -172,9 +172,105 @@ void destroyValue(const Field &f, void *at)
     }
 }
 
+// Payload memory. Payloads come and go in bursts (a list read, a list freed)
+// and each class has one size, so freed blocks are kept on a short list per
+// size and thread and handed out again before asking the allocator. A block
+// may be freed on another thread than the one that made it; it then joins
+// that thread's list. Under the sanitizers every block goes back at once, so
+// that a use after free is still found.
+#if defined(__SANITIZE_ADDRESS__)
+#define HALVANE_POOL_PAYLOADS 0
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define HALVANE_POOL_PAYLOADS 0
+#endif
+#endif
+#ifndef HALVANE_POOL_PAYLOADS
+#define HALVANE_POOL_PAYLOADS 1
+#endif
+
+#if HALVANE_POOL_PAYLOADS
+class PayloadPool
+{
+public:
+    static constexpr int kClasses = 64;        // sizes up to 512 bytes, in steps of 8
+    static constexpr int kKeep = 1 << 14;      // blocks kept per size and thread
+
+    ~PayloadPool()
+    {
+        for (Free &list : m_free) {
+            while (list.head) {
+                Block *next = list.head->next;
+                ::operator delete(list.head);
+                list.head = next;
+            }
+        }
+    }
+    void *take(int size)
+    {
+        const int c = size / 8;
+        if (c < kClasses && m_free[c].head) {
+            Block *b = m_free[c].head;
+            m_free[c].head = b->next;
+            --m_free[c].count;
+            return b;
+        }
+        return ::operator new(size_t(size));
+    }
+    void give(void *p, int size)
+    {
+        const int c = size / 8;
+        if (c < kClasses && m_free[c].count < kKeep) {
+            Block *b = static_cast<Block *>(p);
+            b->next = m_free[c].head;
+            m_free[c].head = b;
+            ++m_free[c].count;
+            return;
+        }
+        ::operator delete(p);
+    }
+
+private:
+    struct Block {
+        Block *next;
+    };
+    struct Free {
+        Block *head = nullptr;
+        int count = 0;
+    };
+    Free m_free[kClasses];
+};
+
+PayloadPool &pool()
+{
+    static thread_local PayloadPool pool;
+    return pool;
+}
+
+void *allocatePayload(int size)
+{
+    return pool().take(size);
+}
+
+void freePayload(void *p, int size)
+{
+    pool().give(p, size);
+}
+#else
+void *allocatePayload(int size)
+{
+    return ::operator new(size_t(size));
+}
+
+void freePayload(void *p, int)
+{
+    ::operator delete(p);
+}
+#endif
+
 Payload *createPayload(const ClassDescriptor &desc)
 {
-    Payload *p = static_cast<Payload *>(::operator new(desc.payloadSize));
+    Payload *p = static_cast<Payload *>(allocatePayload(desc.payloadSize));
     new (&p->ref) QAtomicInt(1);
     std::fill_n(p->words(), desc.wordCount, 0u);
     if (desc.hasChildren)
@@ -186,7 +282,7 @@ Payload *createPayload(const ClassDescriptor &desc)
 
 Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
 {
-    Payload *p = static_cast<Payload *>(::operator new(desc.payloadSize));
+    Payload *p = static_cast<Payload *>(allocatePayload(desc.payloadSize));
     new (&p->ref) QAtomicInt(1);
     std::copy_n(from->words(), desc.wordCount, p->words());
     // The copy's flag is pushed again on its next prologue, whose walk also
@@ -205,7 +301,7 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
     for (const Field &f : desc.fields)
         destroyValue(f, p->at(f));
     p->ref.~QAtomicInt();
-    ::operator delete(p);
+    freePayload(p, desc.payloadSize);
 }
 
 } // namespace
