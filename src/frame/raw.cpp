@@ -59,7 +59,7 @@ private:
 class MemoryOut
 {
 public:
-    explicit MemoryOut(const QDataStream &stream)
+    explicit MemoryOut(QDataStream &stream)
         : m_stream(stream), m_big(stream.byteOrder() == QDataStream::BigEndian),
           m_single(stream.floatingPointPrecision() == QDataStream::SinglePrecision)
     {
@@ -114,8 +114,12 @@ public:
         s << t;
         bytes(other.constData(), other.size());
     }
-    const QByteArray &buffer() const { return m_buffer; }
-    int size() const { return m_size; }
+    /*! Hands what was encoded to the stream; the raw form has no lengths to patch. */
+    void flush()
+    {
+        m_stream.writeRawData(m_buffer.constData(), m_size);
+        m_size = 0;
+    }
 
 private:
     template <class T>
@@ -129,14 +133,19 @@ private:
     }
     char *reserve(int n)
     {
-        if (m_size + n > m_buffer.size())
-            m_buffer.resize(qMax(128, qMax(m_size + n, m_buffer.size() * 2)));
+        if (m_size + n > m_buffer.size()) {
+            if (m_size >= kFlushSize)
+                flush();
+            if (m_size + n > m_buffer.size())
+                m_buffer.resize(qMax(128, qMax(m_size + n, m_buffer.size() * 2)));
+        }
         char *at = m_buffer.data() + m_size;
         m_size += n;
         return at;
     }
 
-    const QDataStream &m_stream;
+    static constexpr int kFlushSize = 1 << 16;
+    QDataStream &m_stream;
     QByteArray m_buffer;
     int m_size = 0;
     bool m_big;
@@ -504,7 +513,7 @@ void writeRaw(const Obj &o, QDataStream &stream)
     if (knownLayout(stream)) {
         MemoryOut out(stream);
         writeObject(o, out);
-        stream.writeRawData(out.buffer().constData(), out.size());
+        out.flush();
         return;
     }
     StreamOut out(stream);

@@ -8,6 +8,7 @@
 
 #include "../base/converters.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QtEndian>
 
@@ -407,14 +408,30 @@ void setBinary(const Obj &o, QDataStream &stream, int length)
 {
     prologue(o);
     initData(o);
-    // Read the object in bounded steps: a length word never reserves more
-    // memory than the stream actually delivers.
+    // A QBuffer's memory is decoded where it lies.
+    QBuffer *device = qobject_cast<QBuffer *>(stream.device());
+    if (device && device->isReadable() && !device->isTextModeEnabled()) {
+        const QByteArray &data = device->data();
+        const qint64 start = device->pos();
+        const qint64 available = qMax<qint64>(0, data.size() - start);
+        const qint64 take = qMin<qint64>(qMax(length, 0), available);
+        if (take < length)
+            stream.setStatus(QDataStream::ReadPastEnd);
+        device->seek(start + take);
+        Source src(data.constData() + start, data.constData() + start + take, stream.byteOrder());
+        decodeObject(o, src, length, true);
+        return;
+    }
+    // Other devices are read in bounded steps: a length word never reserves
+    // more memory than the stream actually delivers.
     QByteArray buffer;
     if (length > 0) {
         constexpr int kStep = 1 << 20;
         int have = 0;
         while (have < length) {
             const int want = qMin(length - have, kStep);
+            if (buffer.capacity() < have + want)
+                buffer.reserve(qMin(length, qMax(have + want, 2 * buffer.capacity())));
             buffer.resize(have + want);
             const int got = stream.readRawData(buffer.data() + have, want);
             if (got <= 0)
