@@ -347,9 +347,11 @@ public:
     }
 };
 
+// Heap in use, including the large blocks that malloc maps on their own.
 double heapInUse()
 {
-    return double(mallinfo2().uordblks);
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks + info.hblkhd);
 }
 
 void printMemory()

@@ -32,10 +32,12 @@ void expectSameDateTime(const QDateTime &back, const QDateTime &t)
     ASSERT_EQ(back.timeSpec(), t.timeSpec()) << text;
     ASSERT_EQ(back.date(), t.date()) << text;
     ASSERT_EQ(back.time(), t.time()) << text;
-    if (t.timeSpec() == Qt::OffsetFromUTC)
+    if (t.timeSpec() == Qt::OffsetFromUTC) {
         ASSERT_EQ(back.offsetFromUtc(), t.offsetFromUtc()) << text;
-    if (t.timeSpec() == Qt::TimeZone)
+    }
+    if (t.timeSpec() == Qt::TimeZone) {
         ASSERT_EQ(back.timeZone().id(), t.timeZone().id()) << text;
+    }
     ASSERT_EQ(Converters::ToString(back).toStdString(), text);
 }
 

@@ -25,8 +25,7 @@ IQuilletObject::IQuilletObject(ObjectTypes type) : m_objectType(type) {}
 
 IQuilletObject::IQuilletObject(const IQuilletObject &other)
     : m_objectType(other.m_objectType),
-      m_objectName(other.m_objectName),
-      m_logger(other.m_logger ? new std::shared_ptr<Logger>(*other.m_logger) : nullptr),
+      m_extras(other.m_extras ? new Extras(*other.m_extras) : nullptr),
       m_validate(other.m_validate)
 {
 }
@@ -35,23 +34,53 @@ IQuilletObject &IQuilletObject::operator=(const IQuilletObject &other)
 {
     if (this != &other) {
         m_objectType = other.m_objectType;
-        m_objectName = other.m_objectName;
+        delete m_extras;
+        m_extras = other.m_extras ? new Extras(*other.m_extras) : nullptr;
         m_validate = other.m_validate;
-        SetLogger(other.GetLogger());
     }
     return *this;
 }
 
 IQuilletObject::~IQuilletObject()
 {
-    delete m_logger;
+    delete m_extras;
+}
+
+IQuilletObject::Extras &IQuilletObject::extras() const
+{
+    if (!m_extras)
+        m_extras = new Extras;
+    return *m_extras;
+}
+
+void IQuilletObject::dropExtrasIfEmpty() const
+{
+    if (m_extras && !m_extras->hasName && !m_extras->logger) {
+        delete m_extras;
+        m_extras = nullptr;
+    }
 }
 
 void IQuilletObject::SetObjectType(ObjectTypes) {}
 
 void IQuilletObject::SetObjectName(const QString &name)
 {
-    m_objectName = name;
+    if (name == DefaultObjectName() && name.isNull() == DefaultObjectName().isNull()) {
+        if (m_extras) {
+            m_extras->hasName = false;
+            m_extras->name = QString();
+            dropExtrasIfEmpty();
+        }
+        return;
+    }
+    extras().name = name;
+    m_extras->hasName = true;
+}
+
+const QString &IQuilletObject::DefaultObjectName() const
+{
+    static const QString none;
+    return none;
 }
 
 void IQuilletObject::SetValidate(bool validate) const
@@ -61,24 +90,23 @@ void IQuilletObject::SetValidate(bool validate) const
 
 std::shared_ptr<Logger> IQuilletObject::GetLogger() const
 {
-    return m_logger ? *m_logger : std::shared_ptr<Logger>();
+    return m_extras ? m_extras->logger : std::shared_ptr<Logger>();
 }
 
 void IQuilletObject::SetLogger(std::shared_ptr<Logger> logger) const
 {
-    if (!logger) {
+    if (!logger)
         ResetLogger();
-    } else if (!m_logger) {
-        m_logger = new std::shared_ptr<Logger>(std::move(logger));
-    } else if (*m_logger != logger) {
-        *m_logger = std::move(logger);
-    }
+    else if (!m_extras || m_extras->logger != logger)
+        extras().logger = std::move(logger);
 }
 
 void IQuilletObject::ResetLogger() const
 {
-    delete m_logger;
-    m_logger = nullptr;
+    if (m_extras) {
+        m_extras->logger.reset();
+        dropExtrasIfEmpty();
+    }
 }
 
 const QString &IQuilletObject::GetVersion() const

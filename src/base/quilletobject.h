@@ -35,7 +35,7 @@ public:
     IQuilletObject &operator=(const IQuilletObject &other);
     virtual ~IQuilletObject();
 
-    const QString &GetObjectName() const { return m_objectName; }
+    const QString &GetObjectName() const { return m_extras && m_extras->hasName ? m_extras->name : DefaultObjectName(); }
     ObjectTypes GetObjectType() const { return m_objectType; }
     virtual void SetObjectType(ObjectTypes type);
 
@@ -44,7 +44,7 @@ public:
     std::shared_ptr<Logger> GetLogger() const;
     virtual void SetLogger(std::shared_ptr<Logger> logger) const;
     void ResetLogger() const;
-    bool HasLogger() const { return m_logger != nullptr; }
+    bool HasLogger() const { return m_extras && m_extras->logger; }
 
     /*! Version of the object's format; "1" unless a class has versions of its own. */
     virtual const QString &GetVersion() const;
@@ -92,6 +92,9 @@ public:
 
 protected:
     virtual void SetObjectName(const QString &name);
+    /*! The name of an object until SetObjectName gives it another one; data
+        classes answer their own name, so that it is not stored per object. */
+    virtual const QString &DefaultObjectName() const;
     virtual void ProcessXmlStartElement(QXmlStreamReader &reader) = 0;
 
     /*! With the reader on a start element: its text (empty, never null, for an
@@ -103,9 +106,18 @@ protected:
     ObjectTypes m_objectType = UnknownObjectType;
 
 private:
-    QString m_objectName;
-    // Held through one pointer so that objects without a logger stay small.
-    mutable std::shared_ptr<Logger> *m_logger = nullptr;
+    // What most objects do not have, a logger or a name of their own, lies
+    // behind one pointer, so that an object is its vtable, this pointer, type
+    // and flag, and the payload pointer of its class.
+    struct Extras {
+        QString name;
+        bool hasName = false;
+        std::shared_ptr<Logger> logger;
+    };
+    Extras &extras() const;
+    void dropExtrasIfEmpty() const;
+
+    mutable Extras *m_extras = nullptr;
     mutable bool m_validate = false;
 };
 

@@ -125,6 +125,11 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     void X::Check(bool recursive) const { ::HALVANE::frame::check(HALVANE_OBJ_, recursive); }        \
     qint64 X::GetId() { return id; }                                                                 \
     QString X::GetStaticObjectName() { return QStringLiteral(#X); }                                  \
+    const QString &X::DefaultObjectName() const                                                      \
+    {                                                                                                \
+        static const QString name = GetStaticObjectName();                                           \
+        return name;                                                                                 \
+    }                                                                                                \
     void X::SetObjectType(QUILLET::ObjectTypes) {}                                                   \
     void X::SetValidate(bool validate) const                                                         \
     {                                                                                                \

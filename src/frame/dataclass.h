@@ -61,6 +61,7 @@ public:                                                                         
                                                                                 \
 protected:                                                                      \
     void ProcessXmlStartElement(QXmlStreamReader &reader) override;             \
+    const QString &DefaultObjectName() const override;                         \
                                                                                 \
 private:                                                                        \
     void InitData() const;                                                      \
