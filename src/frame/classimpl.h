@@ -83,18 +83,17 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     }                                                                                                \
     const ::HALVANE::frame::ObjectOps &halvaneOps(const X *) { return kOps; }                        \
     const qint64 X::id = qint64(quint32(ID));                                                        \
-    X::X() { SetObjectName(GetStaticObjectName()); m_objectType = QUILLET::ObjectTypes(quint32(ID)); } \
+    /* The object's name is the class's name (DefaultObjectName) until set otherwise. */             \
+    X::X() { m_objectType = QUILLET::ObjectTypes(quint32(ID)); }                                     \
     X::X(const X &other) : QUILLET::IQuilletObject(other.GetObjectType()), d(other.d)               \
     {                                                                                                \
         ::HALVANE::frame::retain(d);                                                                 \
-        SetObjectName(GetStaticObjectName());                                                        \
         m_objectType = QUILLET::ObjectTypes(quint32(ID));                                            \
         X::SetValidate(other.GetValidate());                                                         \
     }                                                                                                \
     X::X(X &&other) noexcept : QUILLET::IQuilletObject(other.GetObjectType()), d(other.d)           \
     {                                                                                                \
         other.d = nullptr;                                                                           \
-        SetObjectName(GetStaticObjectName());                                                        \
         m_objectType = QUILLET::ObjectTypes(quint32(ID));                                            \
         IQuilletObject::SetValidate(other.GetValidate());                                            \
     }                                                                                                \

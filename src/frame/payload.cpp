@@ -528,6 +528,17 @@ void setLogger(const Obj &o, const std::shared_ptr<QUILLET::Logger> &logger)
 
 void prologue(const Obj &o)
 {
+    // Pushing the object's own flag and logger to itself changes nothing
+    // where nothing lies below it, or where everything below already carries
+    // them: the walk is skipped, which is all the calls below would do.
+    if (!o.desc->hasChildren)
+        return;
+    Payload *p = *o.d;
+    if (p && p->ref.loadRelaxed() == 1 && !o.self->HasLogger()) {
+        const quint8 state = p->state(*o.desc);
+        if ((state & FlagClean) && (state & LoggerClean) && bool(state & FlagValue) == o.self->GetValidate())
+            return;
+    }
     o.self->SetValidate(o.self->GetValidate());
     o.self->SetLogger(o.self->GetLogger());
 }
