@@ -20,9 +20,23 @@ cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DHALVANE_SANITIZE=ON
 cmake --build build-asan --parallel "$jobs"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure)
 
-echo "== Installed package used by an outside project"
-rm -rf build-test/_install build-consumer
-cmake --install build-test --prefix build-test/_install >/dev/null
-cmake -S tests/consumer -B build-consumer -G Ninja -DCMAKE_PREFIX_PATH="$PWD/build-test/_install" >/dev/null
-cmake --build build-consumer --parallel "$jobs"
-./build-consumer/consumer
+echo "== Build and test against Qt 6"
+cmake -S . -B build-qt6 -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DHALVANE_QT_VERSION=6 -DHALVANE_BUILD_BENCH=OFF >/dev/null
+cmake --build build-qt6 --parallel "$jobs"
+(cd build-qt6 && ctest --output-on-failure)
+
+echo "== Documents written with Qt 5 read with Qt 6, and the other way round"
+rm -rf build-test/cross-qt5 build-qt6/cross-qt6
+./build-test/tools/halvane-crossversion write build-test/cross-qt5
+./build-qt6/tools/halvane-crossversion write build-qt6/cross-qt6
+./build-qt6/tools/halvane-crossversion check build-test/cross-qt5
+./build-test/tools/halvane-crossversion check build-qt6/cross-qt6
+
+echo "== Installed package used by an outside project (Qt 5 and Qt 6)"
+for build in build-test build-qt6; do
+  rm -rf "$build/_install" "$build-consumer"
+  cmake --install "$build" --prefix "$build/_install" >/dev/null
+  cmake -S tests/consumer -B "$build-consumer" -G Ninja -DCMAKE_PREFIX_PATH="$PWD/$build/_install" >/dev/null
+  cmake --build "$build-consumer" --parallel "$jobs"
+  "./$build-consumer/consumer"
+done

@@ -151,7 +151,7 @@ QDateTime Converters::ToDateTime(QStringView text)
             return ToDateTime(buffer, int(text.size()));
     }
     const QByteArray utf8 = text.toUtf8();
-    return ToDateTime(utf8.constData(), utf8.size());
+    return ToDateTime(utf8.constData(), int(utf8.size()));
 }
 
 QDateTime Converters::ToDateTime(const char *utf8, int size)

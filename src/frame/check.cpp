@@ -7,20 +7,6 @@ namespace frame {
 
 namespace {
 
-int listSize(const Field &f, const void *list)
-{
-    switch (f.kind) {
-    case Kind::ObjectList:
-        return f.itemOps->listSize(list);
-    case Kind::StringList:
-        return static_cast<const QVector<QString> *>(list)->size();
-    case Kind::EnumList:
-        return static_cast<const QVector<qint8> *>(list)->size();
-    default:
-        return 0;
-    }
-}
-
 bool isList(Kind kind)
 {
     return kind == Kind::ObjectList || kind == Kind::StringList || kind == Kind::EnumList;

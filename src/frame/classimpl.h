@@ -35,7 +35,7 @@ struct OpsImpl {
     static void listCopy(void *at, const void *from) { new (at) List(*static_cast<const List *>(from)); }
     static void listDestroy(void *at) { static_cast<List *>(at)->~List(); }
     static void listAssign(void *to, const void *from) { *static_cast<List *>(to) = *static_cast<const List *>(from); }
-    static int listSize(const void *list) { return static_cast<const List *>(list)->size(); }
+    static int listSize(const void *list) { return int(static_cast<const List *>(list)->size()); }
     static void *listAt(void *list, int i) { return &(*static_cast<List *>(list))[i]; }
     static const void *listAtConst(const void *list, int i) { return &static_cast<const List *>(list)->at(i); }
     static void listAppend(void *list, const void *item) { static_cast<List *>(list)->append(*static_cast<const X *>(item)); }

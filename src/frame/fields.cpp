@@ -286,6 +286,20 @@ bool isValidList(const Field &f, const void *list)
     }
 }
 
+int listSize(const Field &f, const void *list)
+{
+    switch (f.kind) {
+    case Kind::ObjectList:
+        return f.itemOps->listSize(list);
+    case Kind::StringList:
+        return int(static_cast<const QVector<QString> *>(list)->size());
+    case Kind::EnumList:
+        return int(static_cast<const QVector<qint8> *>(list)->size());
+    default:
+        return 0;
+    }
+}
+
 QString enumAsString(const Obj &o, int field)
 {
     const Field &f = o.desc->fields[field];

@@ -51,6 +51,8 @@ void append(const Obj &o, int field, const void *item, bool movable = false);
 bool isValidValue(const Field &f, const void *value);
 bool isValidItem(const Field &f, const void *item);
 bool isValidList(const Field &f, const void *list);
+/*! Number of items of a list field's value. */
+int listSize(const Field &f, const void *list);
 QString enumAsString(const Obj &o, int field);
 QStringList guiNames(const NameTable &table);
 

@@ -59,7 +59,7 @@ QString plainNumber(double value)
 {
     QString text = QString::number(value, 'f', 10);
     if (text.contains(QLatin1Char('.'))) {
-        int end = text.size();
+        int end = int(text.size());
         while (text.at(end - 1) == QLatin1Char('0'))
             --end;
         if (text.at(end - 1) == QLatin1Char('.'))

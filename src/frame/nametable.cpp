@@ -10,7 +10,7 @@ namespace {
 
 uint hashOf(QStringView text)
 {
-    return qHash(text, 0);
+    return uint(qHash(text, 0));
 }
 
 } // namespace
@@ -79,7 +79,7 @@ void NameTable::addColumn(const QVector<QString> &cells)
     column.cells = cells;
     column.index.build(cells);
     if (m_columns.isEmpty()) {
-        m_size = cells.size();
+        m_size = int(cells.size());
         m_names = QStringList(cells.toList());
     }
     m_columns.append(column);
@@ -104,7 +104,7 @@ qint8 NameTable::findUtf8(const char *utf8, int size) const
 
 qint8 NameTable::findHelpid(int helpid) const
 {
-    const int i = m_helpids.indexOf(helpid);
+    const int i = int(m_helpids.indexOf(helpid));
     return qint8(i);
 }
 

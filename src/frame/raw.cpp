@@ -22,7 +22,7 @@ namespace {
 
 int presenceBytes(const ClassDescriptor &desc)
 {
-    return (desc.fields.size() + 7) / 8;
+    return (int(desc.fields.size()) + 7) / 8;
 }
 
 bool isList(Kind kind)
@@ -89,10 +89,10 @@ public:
     {
         if (s.isNull())
             return integer(quint32(0xFFFFFFFF));
-        integer(quint32(s.size() * 2));
-        char *at = reserve(s.size() * 2);
+        integer(quint32(s.size()) * 2);
+        char *at = reserve(int(s.size()) * 2);
         const ushort *units = s.utf16();
-        for (int i = 0; i < s.size(); ++i, at += 2) {
+        for (int i = 0; i < int(s.size()); ++i, at += 2) {
             if (m_big)
                 qToBigEndian(units[i], at);
             else
@@ -112,7 +112,7 @@ public:
         QDataStream s(&other, QIODevice::WriteOnly);
         copySettings(m_stream, s);
         s << t;
-        bytes(other.constData(), other.size());
+        bytes(other.constData(), int(other.size()));
     }
     /*! Hands what was encoded to the stream; the raw form has no lengths to patch. */
     void flush()
@@ -489,7 +489,7 @@ void readObject(const Obj &o, In &in)
         p->words()[w] = word;
     }
     // Bits beyond the field count are not part of the object.
-    const int count = o.desc->fields.size();
+    const int count = int(o.desc->fields.size());
     if (count % 32)
         p->words()[count / 32] &= (1u << (count % 32)) - 1;
     for (const Field &f : o.desc->fields) {

@@ -48,8 +48,8 @@ public:
             i32(-1);
             return;
         }
-        i32(b.size());
-        std::memcpy(reserve(b.size()), b.constData(), size_t(b.size()));
+        i32(qint32(b.size()));
+        std::memcpy(reserve(int(b.size())), b.constData(), size_t(b.size()));
     }
     /*! Starts a counted part: a length word to be filled in by close(). */
     int open()
@@ -191,7 +191,7 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
     }
     case Kind::StringList: {
         const auto &items = *static_cast<const QVector<QString> *>(list);
-        sink.i32(items.size());
+        sink.i32(qint32(items.size()));
         if (set || !f.required()) {
             for (const QString &item : items) {
                 const int itemLength = sink.open();
@@ -203,7 +203,7 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
     }
     case Kind::EnumList: {
         const auto &items = *static_cast<const QVector<qint8> *>(list);
-        sink.i32(items.size());
+        sink.i32(qint32(items.size()));
         if (set || !f.required()) {
             for (qint8 item : items) {
                 const int itemLength = sink.open();
@@ -217,15 +217,6 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
         break;
     }
     sink.close(length);
-}
-
-int listSize(const Field &f, const void *list)
-{
-    if (f.kind == Kind::ObjectList)
-        return f.itemOps->listSize(list);
-    if (f.kind == Kind::StringList)
-        return static_cast<const QVector<QString> *>(list)->size();
-    return static_cast<const QVector<qint8> *>(list)->size();
 }
 
 // GetBinary of one object into the sink. \a checked: the owner's Check has

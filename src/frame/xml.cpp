@@ -156,7 +156,7 @@ void processXml(const Obj &o, QXmlStreamReader &reader)
 void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
 {
     prologue(o);
-    const QStringRef name = reader.name();
+    const auto name = reader.name();
     Payload *p = initData(o);
     const int index = o.desc->elements.find(QStringView(name));
     if (index < 0) {

@@ -1,0 +1,220 @@
+// halvane-crossversion: writes sample documents of every class in every form
+// (XML text, binary block, compressed block, raw form on a pinned stream), or
+// checks that documents written by another build (Qt 5 or Qt 6) read back
+// equal and write again to the same text and bytes.
+//
+//   halvane-crossversion write DIR
+//   halvane-crossversion check DIR
+#include <halvane/halvane.h>
+
+#include <QtCore/QDataStream>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTimeZone>
+
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+using namespace HALVANE;
+
+namespace {
+
+struct Sample {
+    QString name;
+    std::function<QByteArray(const QString &form)> write;                // this build's bytes of a form
+    std::function<QString(const QString &form, const QByteArray &)> check; // empty when equal
+};
+
+QByteArray rawBytes(const std::function<void(QDataStream &)> &write)
+{
+    QByteArray bytes;
+    QDataStream s(&bytes, QIODevice::WriteOnly);
+    s.setVersion(QDataStream::Qt_5_12);
+    write(s);
+    return bytes;
+}
+
+template <class X>
+Sample sample(const QString &name, const X &object)
+{
+    auto write = [object](const QString &form) {
+        if (form == QLatin1String("xml"))
+            return object.GetXmlString().toUtf8();
+        if (form == QLatin1String("hvb"))
+            return object.GetBinaryRepresentationAsQByteArray();
+        if (form == QLatin1String("hvz"))
+            return object.GetCompressedBinaryRepresentation();
+        return rawBytes([&](QDataStream &s) { object.GetVersionSpecificBinaryWithoutValidation(s); });
+    };
+    auto check = [object, write](const QString &form, const QByteArray &bytes) -> QString {
+        X back;
+        back.SetValidate(object.GetValidate());
+        try {
+            if (form == QLatin1String("xml")) {
+                back.SetXmlString(QString::fromUtf8(bytes));
+            } else if (form == QLatin1String("hvb")) {
+                back.SetBinaryRepresentation(bytes);
+            } else if (form == QLatin1String("hvz")) {
+                back.SetCompressedBinaryRepresentation(bytes);
+            } else {
+                QDataStream s(bytes);
+                s.setVersion(QDataStream::Qt_5_12);
+                back.SetVersionSpecificBinaryWithoutValidation(s);
+                if (s.status() != QDataStream::Ok)
+                    return QStringLiteral("the raw form did not read to its end");
+            }
+        } catch (const QuilletRootException &e) {
+            return e.GetMessage();
+        }
+        // XML and the tagged form keep two decimals: compare their text.
+        const bool exact = form == QLatin1String("raw");
+        if (exact && !(back == object))
+            return QStringLiteral("read back unequal");
+        if (!exact && back.GetXmlString() != object.GetXmlString())
+            return QStringLiteral("read back to another text");
+        X again(back);
+        again.SetValidate(object.GetValidate());
+        QByteArray rewritten;
+        if (form == QLatin1String("xml"))
+            rewritten = again.GetXmlString().toUtf8();
+        else if (form == QLatin1String("hvb"))
+            rewritten = again.GetBinaryRepresentationAsQByteArray();
+        else if (form == QLatin1String("hvz"))
+            rewritten = qUncompress(again.GetCompressedBinaryRepresentation());
+        else
+            rewritten = rawBytes([&](QDataStream &s) { again.GetVersionSpecificBinaryWithoutValidation(s); });
+        const QByteArray expected = form == QLatin1String("hvz") ? qUncompress(bytes) : bytes;
+        if (rewritten != expected)
+            return QStringLiteral("written again to other bytes");
+        return QString();
+    };
+    return Sample{name, write, check};
+}
+
+MeasurementResult result(const QDateTime &stamp, double value)
+{
+    MeasurementResult r;
+    r.SetTimeStamp(stamp);
+    r.SetDoubleResult(value);
+    r.SetStringResult(QStringLiteral("Wert ü %1").arg(value));
+    r.SetUnit(QStringLiteral("dBµV"));
+    return r;
+}
+
+std::vector<Sample> samples()
+{
+    const QDateTime utc(QDate(2026, 11, 24), QTime(12, 34, 56, 789), Qt::UTC);
+    const QDateTime offset(QDate(2026, 11, 24), QTime(12, 34, 56, 789), Qt::OffsetFromUTC, 5 * 3600 + 1800);
+    const QDateTime zone(QDate(2026, 7, 1), QTime(8, 0), QTimeZone("Europe/Berlin"));
+    const QDateTime local(QDate(1999, 12, 31), QTime(23, 59, 59, 999), Qt::LocalTime);
+
+    ModeManager mode;
+    mode.SetValidate(true);
+    mode.SetRunningState(1);
+    mode.SetDualState(0);
+    mode.SetSearchScanMode(7);
+
+    Administration admin;
+    admin.SetValidate(true);
+    admin.SetHardwareStatus(1);
+    admin.SetCW(10);
+    admin.SetDriverType(33);
+    admin.SetDrvCommands(38);
+    admin.SetRDSState(2);
+    admin.SetClearGroup(1);
+    admin.SetIFPan(3);
+    admin.SetDF(7);
+    admin.SetGeneral(1);
+    admin.SetMassDataStreams(16);
+    admin.SetSpeed(3);
+    SensorMetaData &meta = admin.GetSensorMetaData();
+    meta.SetGroup(QStringLiteral("Pegel"));
+    meta.SetUnit(QStringLiteral("dBµV"));
+    meta.GetMinMaxStep().SetMin(-0.125);
+    meta.GetMinMaxStep().SetMax(1e9 + 0.5);
+    meta.GetMinMaxStep().SetStep(1.0 / 3);
+    meta.SetValueMin(-1);
+    meta.SetValueMax(2.5);
+    meta.SetValueStep(0.01);
+    meta.SetMeasurementInvalid(true);
+    meta.SetOverload(-7);
+
+    MeasurementList items;
+    items.SetValidate(true);
+    for (int i = 0; i < 69; i += 7)
+        items.AppendMeasurementItem(MeasurementList::MeasurementItem(i));
+    items.SetRecordingState(1);
+
+    MeasurementResultList results;
+    results.SetValidate(true);
+    const QDateTime stamps[] = {utc, offset, zone, local};
+    for (int i = 0; i < 4; ++i) {
+        MeasurementData d;
+        d.SetValidate(true);
+        d.SetMeasurementItem(MeasurementData::MeasurementItem(i * 17));
+        d.SetInternalKey(-1 - i);
+        d.SetMeasurementMode(MeasurementData::MeasurementMode(i));
+        d.SetMeasurementState(MeasurementData::MeasurementState(i % 3));
+        d.SetMeasurementResult(result(stamps[i], 12.345 * i));
+        results.AppendMeasurementData(d);
+    }
+
+    RDSResult rds;
+    rds.SetValidate(true);
+    rds.SetProgramName(QStringLiteral("Radio ✓"));
+    rds.SetPICode(QStringLiteral("D3C2"));
+
+    return {sample(QStringLiteral("ModeManager"), mode),
+            sample(QStringLiteral("Administration"), admin),
+            sample(QStringLiteral("SensorMetaData"), admin.GetSensorMetaData()),
+            sample(QStringLiteral("MinMaxStep"), admin.GetSensorMetaData().GetMinMaxStep()),
+            sample(QStringLiteral("MeasurementList"), items),
+            sample(QStringLiteral("MeasurementResultList"), results),
+            sample(QStringLiteral("MeasurementData"), results.GetMeasurementData().at(2)),
+            sample(QStringLiteral("MeasurementResult"), results.GetMeasurementData().at(1).GetMeasurementResult()),
+            sample(QStringLiteral("RDSResult"), rds)};
+}
+
+const char *const kForms[] = {"xml", "hvb", "hvz", "raw"};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3 || (qstrcmp(argv[1], "write") != 0 && qstrcmp(argv[1], "check") != 0)) {
+        std::fprintf(stderr, "usage: halvane-crossversion write|check DIR\n");
+        return 2;
+    }
+    const bool write = qstrcmp(argv[1], "write") == 0;
+    const QDir dir(QString::fromLocal8Bit(argv[2]));
+    if (write && !QDir().mkpath(dir.path())) {
+        std::fprintf(stderr, "halvane-crossversion: cannot make %s\n", argv[2]);
+        return 1;
+    }
+    int failures = 0;
+    int checked = 0;
+    for (const Sample &s : samples()) {
+        for (const char *form : kForms) {
+            const QString file = dir.filePath(s.name + QLatin1Char('.') + QLatin1String(form));
+            QFile f(file);
+            if (write) {
+                if (!f.open(QIODevice::WriteOnly) || f.write(s.write(QLatin1String(form))) < 0) {
+                    std::fprintf(stderr, "%s: cannot write\n", qPrintable(file));
+                    ++failures;
+                }
+                continue;
+            }
+            ++checked;
+            const QString problem = f.open(QIODevice::ReadOnly) ? s.check(QLatin1String(form), f.readAll())
+                                                                : QStringLiteral("missing");
+            if (!problem.isEmpty()) {
+                std::fprintf(stderr, "%s: %s\n", qPrintable(file), qPrintable(problem));
+                ++failures;
+            }
+        }
+    }
+    if (!write)
+        std::printf("%d passed, %d failed\n", checked - failures, failures);
+    return failures ? 1 : 0;
+}
