@@ -8,6 +8,7 @@
 
 #include "frame/dataclass.h"
 #include "frame/modemanager.h"
+#include "frame/schema.h"
 
 #include "administration/administration.h"
 #include "administration/minmaxstep.h"

@@ -161,16 +161,16 @@ const QStringList kSpeeds = {
     QStringLiteral("Ludicrous speed"),
 };
 const frame::NameTable kHardwareStatusTable(kHardwareStatuss);
-const frame::NameTable kCWTable = frame::NameTable::fromRows(kCWs, &Administration::structADMCW::Name, &Administration::structADMCW::Selflag, &Administration::structADMCW::Guiname);
-const frame::NameTable kDriverTypeTable = frame::NameTable::fromRows(kDriverTypes, &Administration::structADMDriverType::Name)
+const frame::NameTable kCWTable = frame::NameTable::fromRows(kCWs, HALVANE_COLUMN(Administration::structADMCW, Name), HALVANE_COLUMN(Administration::structADMCW, Selflag), HALVANE_COLUMN(Administration::structADMCW, Guiname));
+const frame::NameTable kDriverTypeTable = frame::NameTable::fromRows(kDriverTypes, HALVANE_COLUMN(Administration::structADMDriverType, Name))
     .withHelpids(kDriverTypes, &Administration::structADMDriverType::Helpid);
 const frame::NameTable kDrvCommandsTable(kDrvCommandss);
 const frame::NameTable kRDSStateTable(kRDSStates);
 const frame::NameTable kClearGroupTable(kClearGroups);
-const frame::NameTable kIFPanTable = frame::NameTable::fromRows(kIFPans, &Administration::structADMIFPan::Name, &Administration::structADMIFPan::Selflag, &Administration::structADMIFPan::Guiname);
-const frame::NameTable kDFTable = frame::NameTable::fromRows(kDFs, &Administration::structADMDF::Name, &Administration::structADMDF::Selflag, &Administration::structADMDF::Guiname, &Administration::structADMDF::Itemname);
-const frame::NameTable kGeneralTable = frame::NameTable::fromRows(kGenerals, &Administration::structADMGeneral::Name, &Administration::structADMGeneral::Selflag, &Administration::structADMGeneral::Guiname);
-const frame::NameTable kMassDataStreamsTable = frame::NameTable::fromRows(kMassDataStreamss, &Administration::structADMMassDataStreams::Name, &Administration::structADMMassDataStreams::Tag);
+const frame::NameTable kIFPanTable = frame::NameTable::fromRows(kIFPans, HALVANE_COLUMN(Administration::structADMIFPan, Name), HALVANE_COLUMN(Administration::structADMIFPan, Selflag), HALVANE_COLUMN(Administration::structADMIFPan, Guiname));
+const frame::NameTable kDFTable = frame::NameTable::fromRows(kDFs, HALVANE_COLUMN(Administration::structADMDF, Name), HALVANE_COLUMN(Administration::structADMDF, Selflag), HALVANE_COLUMN(Administration::structADMDF, Guiname), HALVANE_COLUMN(Administration::structADMDF, Itemname));
+const frame::NameTable kGeneralTable = frame::NameTable::fromRows(kGenerals, HALVANE_COLUMN(Administration::structADMGeneral, Name), HALVANE_COLUMN(Administration::structADMGeneral, Selflag), HALVANE_COLUMN(Administration::structADMGeneral, Guiname));
+const frame::NameTable kMassDataStreamsTable = frame::NameTable::fromRows(kMassDataStreamss, HALVANE_COLUMN(Administration::structADMMassDataStreams, Name), HALVANE_COLUMN(Administration::structADMMassDataStreams, Tag));
 const frame::NameTable kSpeedTable(kSpeeds);
 
 using namespace frame;

@@ -43,11 +43,22 @@ struct OpsImpl {
     static void listClear(void *list) { static_cast<List *>(list)->clear(); }
     static void listReserve(void *list, int size) { static_cast<List *>(list)->reserve(size); }
 
+    static QUILLET::IQuilletObject *create() { return new X(); }
+    static void rawWrite(const QUILLET::IQuilletObject *object, QDataStream &stream)
+    {
+        static_cast<const X *>(object)->GetVersionSpecificBinaryWithoutValidation(stream);
+    }
+    static void rawRead(QUILLET::IQuilletObject *object, QDataStream &stream)
+    {
+        static_cast<X *>(object)->SetVersionSpecificBinaryWithoutValidation(stream);
+    }
+
     static constexpr ObjectOps make(const ClassDescriptor *desc)
     {
         return ObjectOps{desc, &construct, &copy, &destroy, &assign, &base, &payload,
                          &listConstruct, &listCopy, &listDestroy, &listAssign, &listSize,
-                         &listAt, &listAtConst, &listAppend, &listAppendMove, &listClear, &listReserve};
+                         &listAt, &listAtConst, &listAppend, &listAppendMove, &listClear, &listReserve,
+                         &create, &rawWrite, &rawRead};
     }
 };
 
@@ -80,6 +91,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
                                                         int(sizeof(FIELDS) / sizeof(FIELDS[0])),     \
                                                         HOOKS, ORDER);                               \
     constexpr ::HALVANE::frame::ObjectOps kOps = ::HALVANE::frame::OpsImpl<X>::make(&kDescriptor);   \
+    const ::HALVANE::frame::Registrar kRegistrar(&kOps);                                             \
     }                                                                                                \
     const ::HALVANE::frame::ObjectOps &halvaneOps(const X *) { return kOps; }                        \
     const qint64 X::id = qint64(quint32(ID));                                                        \

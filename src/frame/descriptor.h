@@ -68,6 +68,15 @@ struct ObjectOps {
     void (*listAppendMove)(void *list, void *item);
     void (*listClear)(void *list);
     void (*listReserve)(void *list, int size);
+    // The class as a whole, for the registry.
+    QUILLET::IQuilletObject *(*create)();
+    void (*rawWrite)(const QUILLET::IQuilletObject *object, QDataStream &stream);
+    void (*rawRead)(QUILLET::IQuilletObject *object, QDataStream &stream);
+};
+
+/*! Registers a class with the schema registry; made once per class. */
+struct Registrar {
+    explicit Registrar(const ObjectOps *ops);
 };
 
 using OpsFn = const ObjectOps &(*)();

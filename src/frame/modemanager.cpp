@@ -25,7 +25,7 @@ const QList<Row> kSearchScanModes = {
 const frame::NameTable kRunningStateTable(kRunningStates);
 const frame::NameTable kDualStateTable(kDualStates);
 const frame::NameTable kSearchScanModeTable =
-    frame::NameTable::fromRows(kSearchScanModes, &Row::Name, &Row::Guiname);
+    frame::NameTable::fromRows(kSearchScanModes, HALVANE_COLUMN(Row, Name), HALVANE_COLUMN(Row, Guiname));
 
 using namespace frame;
 constexpr FieldDef kFields[] = {

@@ -70,17 +70,18 @@ int StringIndex::find(const char *utf8, int size) const
 
 NameTable::NameTable(const QStringList &names)
 {
-    addColumn(names.toVector());
+    addColumn(QVector<QString>(names.begin(), names.end()), QStringLiteral("Name"));
 }
 
-void NameTable::addColumn(const QVector<QString> &cells)
+void NameTable::addColumn(const QVector<QString> &cells, const QString &name)
 {
     Column column;
+    column.name = name;
     column.cells = cells;
     column.index.build(cells);
     if (m_columns.isEmpty()) {
         m_size = int(cells.size());
-        m_names = QStringList(cells.toList());
+        m_names = QStringList(cells.begin(), cells.end());
     }
     m_columns.append(column);
 }

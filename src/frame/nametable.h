@@ -33,23 +33,32 @@ private:
 
 /*! One name table: rows of text columns and, where the table has one, a
     Helpid column. Row order is the value of the enumerated field. */
+/*! A text column of a row structure, for NameTable::fromRows. */
+template <class Row>
+struct RowColumn {
+    const char *name;
+    QString Row::*member;
+};
+
+#define HALVANE_COLUMN(Row, Member) (::HALVANE::frame::RowColumn<Row>{#Member, &Row::Member})
+
 class NameTable
 {
 public:
     /*! A one-column table. */
     explicit NameTable(const QStringList &names);
-    /*! A table of row structures; \a columns are pointers to the QString
-        members in column order, Name first. */
+    /*! A table of row structures; \a columns are HALVANE_COLUMN(Row, Member)
+        in column order, Name first. */
     template <class Row, class... Columns>
     static NameTable fromRows(const QList<Row> &rows, Columns... columns)
     {
         NameTable t;
-        for (auto column : {columns...}) {
+        for (const auto &column : {columns...}) {
             QVector<QString> cells;
             cells.reserve(rows.size());
             for (const Row &row : rows)
-                cells.append(row.*column);
-            t.addColumn(cells);
+                cells.append(row.*(column.member));
+            t.addColumn(cells, QString::fromLatin1(column.name));
         }
         return t;
     }
@@ -62,6 +71,10 @@ public:
             t.m_helpids.append(row.*helpid);
         return t;
     }
+
+    int columnCount() const { return int(m_columns.size()); }
+    const QString &columnName(int column) const { return m_columns[column].name; }
+    bool hasHelpids() const { return !m_helpids.isEmpty(); }
 
     int size() const { return m_size; }
     bool isValid(int value) const { return value >= 0 && value < m_size; }
@@ -77,9 +90,10 @@ public:
 
 private:
     NameTable() = default;
-    void addColumn(const QVector<QString> &cells);
+    void addColumn(const QVector<QString> &cells, const QString &name);
 
     struct Column {
+        QString name;
         QVector<QString> cells;
         StringIndex index;
     };

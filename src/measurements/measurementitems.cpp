@@ -86,8 +86,8 @@ const QList<structMEAMeasurementItem> &measurementItemRows()
 }
 
 const frame::NameTable kMeasurementItemTable = frame::NameTable::fromRows(
-    kRows, &structMEAMeasurementItem::Name, &structMEAMeasurementItem::Selflag, &structMEAMeasurementItem::Itemname,
-    &structMEAMeasurementItem::Guiname, &structMEAMeasurementItem::Unit, &structMEAMeasurementItem::Usedbyostrom,
-    &structMEAMeasurementItem::Mode);
+    kRows, HALVANE_COLUMN(structMEAMeasurementItem, Name), HALVANE_COLUMN(structMEAMeasurementItem, Selflag), HALVANE_COLUMN(structMEAMeasurementItem, Itemname),
+    HALVANE_COLUMN(structMEAMeasurementItem, Guiname), HALVANE_COLUMN(structMEAMeasurementItem, Unit), HALVANE_COLUMN(structMEAMeasurementItem, Usedbyostrom),
+    HALVANE_COLUMN(structMEAMeasurementItem, Mode));
 
 } // namespace HALVANE

@@ -1,0 +1,304 @@
+// The class registry and the read-only view of the field tables.
+#include "schema.h"
+
+#include "frame.h"
+
+#include <QtCore/QSet>
+#include <QtCore/QTextStream>
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+namespace HALVANE {
+namespace schema {
+
+// Filled during static initialisation, before any query.
+std::vector<const frame::ObjectOps *> &registered()
+{
+    static std::vector<const frame::ObjectOps *> ops;
+    return ops;
+}
+
+namespace {
+
+Kind kindOf(frame::Kind kind)
+{
+    switch (kind) {
+    case frame::Kind::Bool:
+        return Kind::Bool;
+    case frame::Kind::Int:
+        return Kind::Int;
+    case frame::Kind::Int64:
+        return Kind::Int64;
+    case frame::Kind::Double:
+        return Kind::Double;
+    case frame::Kind::Float:
+        return Kind::Float;
+    case frame::Kind::String:
+        return Kind::String;
+    case frame::Kind::DateTime:
+        return Kind::DateTime;
+    case frame::Kind::Enum:
+        return Kind::Enum;
+    case frame::Kind::Nested:
+        return Kind::Nested;
+    case frame::Kind::ObjectList:
+        return Kind::ObjectList;
+    case frame::Kind::StringList:
+        return Kind::StringList;
+    case frame::Kind::EnumList:
+        return Kind::EnumList;
+    }
+    return Kind::Int;
+}
+
+QString initialText(const frame::Field &f)
+{
+    switch (f.kind) {
+    case frame::Kind::Bool:
+        return f.initInt ? QStringLiteral("true") : QStringLiteral("false");
+    case frame::Kind::Int:
+    case frame::Kind::Int64:
+        return QString::number(f.initInt);
+    case frame::Kind::Double:
+    case frame::Kind::Float:
+        return QString::number(f.initReal, 'f', 2);
+    case frame::Kind::String:
+        return f.initString;
+    case frame::Kind::Enum:
+        return f.table ? f.table->text(0, int(f.initInt)) : QString();
+    default:
+        return QString();
+    }
+}
+
+Table tableOf(const frame::NameTable &t)
+{
+    Table table;
+    for (int c = 0; c < t.columnCount(); ++c)
+        table.columns.append(t.columnName(c));
+    if (t.hasHelpids())
+        table.columns.append(QStringLiteral("Helpid"));
+    for (int r = 0; r < t.size(); ++r) {
+        QStringList row;
+        for (int c = 0; c < t.columnCount(); ++c)
+            row.append(t.text(c, r));
+        if (t.hasHelpids())
+            row.append(QString::number(t.helpid(r)));
+        table.rows.append(row);
+    }
+    return table;
+}
+
+struct Registry {
+    std::vector<std::unique_ptr<Class>> owned;
+    QVector<const Class *> sorted;
+    std::map<quint32, const Class *> byId;
+};
+
+const Registry &registry()
+{
+    static const Registry reg = [] {
+        Registry r;
+        QSet<QString> held;
+        for (const frame::ObjectOps *ops : registered()) {
+            const frame::ClassDescriptor &desc = *ops->desc;
+            auto c = std::make_unique<Class>();
+            c->name = desc.name;
+            c->id = desc.id;
+            c->ops = ops;
+            for (const frame::Field &f : desc.fields) {
+                Field field;
+                field.bit = f.bit;
+                field.name = QString::fromLatin1(f.name);
+                field.element = f.elementName;
+                field.tag = f.tag;
+                field.kind = kindOf(f.kind);
+                field.required = f.required();
+                field.attribute = f.attribute();
+                field.elementToo = f.flags & frame::ElementToo;
+                field.hasRange = f.flags & frame::HasRange;
+                field.lo = f.lo;
+                field.hi = f.hi;
+                field.hasDefault = f.flags & frame::HasDefault;
+                field.initial = initialText(f);
+                if (f.itemOps) {
+                    field.itemClass = f.itemOps->desc->name;
+                    held.insert(field.itemClass);
+                }
+                if (f.table)
+                    field.table = tableOf(*f.table);
+                c->fields.append(field);
+            }
+            for (quint8 i : desc.taggedOrder)
+                c->taggedOrder.append(i);
+            r.owned.push_back(std::move(c));
+        }
+        for (const auto &c : r.owned) {
+            c->document = !held.contains(c->name);
+            r.sorted.append(c.get());
+            r.byId[c->id] = c.get();
+        }
+        std::sort(r.sorted.begin(), r.sorted.end(), [](const Class *a, const Class *b) { return a->name < b->name; });
+        return r;
+    }();
+    return reg;
+}
+
+} // namespace
+
+QString kindName(Kind kind)
+{
+    switch (kind) {
+    case Kind::Bool:
+        return QStringLiteral("bool");
+    case Kind::Int:
+        return QStringLiteral("int");
+    case Kind::Int64:
+        return QStringLiteral("int64");
+    case Kind::Double:
+        return QStringLiteral("double");
+    case Kind::Float:
+        return QStringLiteral("float");
+    case Kind::String:
+        return QStringLiteral("string");
+    case Kind::DateTime:
+        return QStringLiteral("datetime");
+    case Kind::Enum:
+        return QStringLiteral("enum");
+    case Kind::Nested:
+        return QStringLiteral("nested");
+    case Kind::ObjectList:
+        return QStringLiteral("list");
+    case Kind::StringList:
+        return QStringLiteral("stringlist");
+    case Kind::EnumList:
+        return QStringLiteral("enumlist");
+    }
+    return QString();
+}
+
+const Field *Class::field(const QString &fieldName) const
+{
+    for (const Field &f : fields) {
+        if (f.name == fieldName)
+            return &f;
+    }
+    return nullptr;
+}
+
+const Field *Class::fieldByTag(quint32 fieldTag) const
+{
+    for (const Field &f : fields) {
+        if (f.tag == fieldTag)
+            return &f;
+    }
+    return nullptr;
+}
+
+const Field *Class::fieldByElement(const QString &elementName) const
+{
+    for (const Field &f : fields) {
+        if (f.element == elementName)
+            return &f;
+    }
+    return nullptr;
+}
+
+std::unique_ptr<QUILLET::IQuilletObject> Class::create() const
+{
+    return std::unique_ptr<QUILLET::IQuilletObject>(static_cast<const frame::ObjectOps *>(ops)->create());
+}
+
+void Class::writeRaw(const QUILLET::IQuilletObject &object, QDataStream &stream) const
+{
+    static_cast<const frame::ObjectOps *>(ops)->rawWrite(&object, stream);
+}
+
+void Class::readRaw(QUILLET::IQuilletObject &object, QDataStream &stream) const
+{
+    static_cast<const frame::ObjectOps *>(ops)->rawRead(&object, stream);
+}
+
+const QVector<const Class *> &classes()
+{
+    return registry().sorted;
+}
+
+const Class *findClass(const QString &name)
+{
+    for (const Class *c : registry().sorted) {
+        if (c->name == name)
+            return c;
+    }
+    return nullptr;
+}
+
+const Class *findClassById(quint32 id)
+{
+    const auto &byId = registry().byId;
+    const auto it = byId.find(id);
+    return it == byId.end() ? nullptr : it->second;
+}
+
+QVector<QPair<const Class *, const Field *>> findTag(quint32 tag)
+{
+    QVector<QPair<const Class *, const Field *>> found;
+    for (const Class *c : registry().sorted) {
+        if (const Field *f = c->fieldByTag(tag))
+            found.append(qMakePair(c, f));
+    }
+    return found;
+}
+
+QString describe(const Class &c)
+{
+    QString text;
+    QTextStream out(&text);
+    out << c.name << " 0x" << QString::number(c.id, 16).toUpper().rightJustified(8, QLatin1Char('0'))
+        << (c.document ? " document" : "") << "\n";
+    for (const Field &f : c.fields) {
+        out << "  " << f.bit << " " << f.name << " " << kindName(f.kind);
+        if (!f.itemClass.isEmpty())
+            out << "<" << f.itemClass << ">";
+        out << " <" << f.element << "> 0x" << QString::number(f.tag, 16).toUpper().rightJustified(8, QLatin1Char('0'))
+            << (f.required ? " required" : " optional");
+        if (f.attribute)
+            out << (f.elementToo ? " attribute+element" : " attribute");
+        if (f.hasRange)
+            out << " range " << f.lo << ".." << f.hi;
+        if (f.hasDefault)
+            out << " default " << f.initial;
+        out << "\n";
+        if (!f.table.columns.isEmpty()) {
+            out << "    " << f.table.columns.join(QLatin1String(" | ")) << "\n";
+            for (int r = 0; r < f.table.rows.size(); ++r)
+                out << "    " << r << ": " << f.table.rows[r].join(QLatin1String(" | ")) << "\n";
+        }
+    }
+    if (c.taggedOrder.size() == c.fields.size()) {
+        bool inOrder = true;
+        for (int i = 0; i < c.taggedOrder.size(); ++i)
+            inOrder = inOrder && c.taggedOrder[i] == i;
+        if (!inOrder) {
+            QStringList order;
+            for (int i : c.taggedOrder)
+                order.append(c.fields[i].name);
+            out << "  tagged order: " << order.join(QLatin1String(", ")) << "\n";
+        }
+    }
+    return text;
+}
+
+} // namespace schema
+
+namespace frame {
+
+Registrar::Registrar(const ObjectOps *ops)
+{
+    schema::registered().push_back(ops);
+}
+
+} // namespace frame
+} // namespace HALVANE

@@ -1,0 +1,80 @@
+// Read-only introspection of the data classes: each class's name, id and
+// fields in bit order, with kinds, element names, tags, limits, defaults and
+// name tables; and a registry that finds a class by name, id or field tag and
+// makes an empty object of it. Every class registers itself.
+#ifndef HALVANE_FRAME_SCHEMA_H
+#define HALVANE_FRAME_SCHEMA_H
+
+#include "../base/quilletobject.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <memory>
+
+class QDataStream;
+
+namespace HALVANE {
+namespace schema {
+
+enum class Kind { Bool, Int, Int64, Double, Float, String, DateTime, Enum, Nested, ObjectList, StringList, EnumList };
+
+/*! "bool", "int", "int64", "double", "float", "string", "datetime", "enum",
+    "nested", "list", "stringlist", "enumlist". */
+QString kindName(Kind kind);
+
+struct Table {
+    QStringList columns;        // column names, Name first; "Helpid" last where present
+    QVector<QStringList> rows;  // row i is the value i
+};
+
+struct Field {
+    int bit = 0;                // also the field's place in the field order
+    QString name;               // as in the accessors (GetFoo, SetFoo)
+    QString element;            // XML element or attribute name
+    quint32 tag = 0;
+    Kind kind = Kind::Int;
+    bool required = false;
+    bool attribute = false;     // written as an XML attribute
+    bool elementToo = false;    // an attribute also read as a child element
+    bool hasRange = false;
+    double lo = 0, hi = 0;
+    bool hasDefault = false;
+    QString initial;            // text form of the initial value; null for none
+    QString itemClass;          // class of a nested object or of list items
+    Table table;                // enumerated fields and lists of them
+};
+
+struct Class {
+    QString name;
+    quint32 id = 0;
+    bool document = false;      // held by no other class: a document of its own
+    QVector<Field> fields;      // in bit order
+    QVector<int> taggedOrder;   // field indices in the order of the tagged form
+
+    const Field *field(const QString &name) const;
+    const Field *fieldByTag(quint32 tag) const;
+    const Field *fieldByElement(const QString &element) const;
+    std::unique_ptr<QUILLET::IQuilletObject> create() const;
+    void writeRaw(const QUILLET::IQuilletObject &object, QDataStream &stream) const;
+    void readRaw(QUILLET::IQuilletObject &object, QDataStream &stream) const;
+
+    const void *ops = nullptr;  // the frame's operations of the class
+};
+
+/*! Every registered class, ordered by name. */
+const QVector<const Class *> &classes();
+const Class *findClass(const QString &name);
+const Class *findClassById(quint32 id);
+/*! The classes that have a field with this tag, and the field. */
+QVector<QPair<const Class *, const Field *>> findTag(quint32 tag);
+
+/*! The table of a class as text, one line per field: the form kept in the
+    tests as the reference of every table. */
+QString describe(const Class &c);
+
+} // namespace schema
+} // namespace HALVANE
+
+#endif
