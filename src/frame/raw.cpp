@@ -101,11 +101,11 @@ public:
     }
     void value(const QDateTime &t)
     {
-        const Qt::TimeSpec spec = t.timeSpec();
-        if (t.isValid() && (spec == Qt::UTC || spec == Qt::LocalTime)) {
+        const Qt::TimeSpec zone = t.timeSpec();
+        if (t.isValid() && (zone == Qt::UTC || zone == Qt::LocalTime)) {
             integer(qint64(t.date().toJulianDay()));
             integer(quint32(t.time().msecsSinceStartOfDay()));
-            value(qint8(spec));
+            value(qint8(zone));
             return;
         }
         QByteArray other;
@@ -332,11 +332,11 @@ public:
         if (m_end - m_at >= 13) {
             const qint64 jd = m_big ? qFromBigEndian<qint64>(m_at) : qFromLittleEndian<qint64>(m_at);
             const quint32 ms = m_big ? qFromBigEndian<quint32>(m_at + 8) : qFromLittleEndian<quint32>(m_at + 8);
-            const qint8 spec = qint8(m_at[12]);
+            const qint8 zone = qint8(m_at[12]);
             const QDate date = QDate::fromJulianDay(jd);
-            if ((spec == Qt::UTC || spec == Qt::LocalTime) && date.isValid() && ms < 86400000u) {
+            if ((zone == Qt::UTC || zone == Qt::LocalTime) && date.isValid() && ms < 86400000u) {
                 m_at += 13;
-                t = QDateTime(date, QTime::fromMSecsSinceStartOfDay(int(ms)), Qt::TimeSpec(spec));
+                t = QDateTime(date, QTime::fromMSecsSinceStartOfDay(int(ms)), Qt::TimeSpec(zone));
                 return;
             }
         }
