@@ -11,6 +11,8 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QLocale>
+#include <QtCore/QTimeZone>
 #include <QtCore/QtEndian>
 
 #include <cstring>
@@ -35,6 +37,68 @@ bool knownLayout(const QDataStream &stream)
     return stream.version() >= QDataStream::Qt_5_2 && stream.version() <= QDataStream::Qt_5_15;
 }
 
+// Qt writes a date-time in a zone through the zone's own operator, which
+// crashes on a zone that is not valid (one made from an unknown name). Such a
+// value has no zone to write and is written as a null date-time.
+QDateTime writable(const QDateTime &t)
+{
+    return t.timeSpec() == Qt::TimeZone && !t.timeZone().isValid() ? QDateTime() : t;
+}
+
+// Reads a date-time as Qt lays it out for versions 5.2 to 5.15, refusing
+// what Qt's own operator would accept but not write again: a time spec byte
+// out of range and a zone that is not valid make the stream corrupt and the
+// value null.
+template <class In>
+QDateTime readDateTime(In &in)
+{
+    qint64 jd = 0;
+    qint32 ms = 0;
+    qint8 timeSpec = 0;
+    in.value(jd);
+    in.value(ms);
+    in.value(timeSpec);
+    if (!in.ok())
+        return QDateTime();
+    const QDate date = QDate::fromJulianDay(jd);
+    const QTime time = quint32(ms) < 86400000u ? QTime::fromMSecsSinceStartOfDay(ms) : QTime();
+    switch (timeSpec) {
+    case Qt::LocalTime:
+    case Qt::UTC:
+        return QDateTime(date, time, Qt::TimeSpec(timeSpec));
+    case Qt::OffsetFromUTC: {
+        qint32 offset = 0;
+        in.value(offset);
+        return QDateTime(date, time, Qt::OffsetFromUTC, offset);
+    }
+    case Qt::TimeZone: {
+        QString id;
+        in.value(id);
+        QTimeZone zone;
+        if (id == QLatin1String("OffsetFromUtc")) {
+            qint32 offset = 0, country = 0;
+            QString name, abbreviation, comment;
+            in.value(offset);
+            in.value(name);
+            in.value(abbreviation);
+            in.value(country);
+            in.value(comment);
+            if (qAbs(offset) <= 14 * 3600)
+                zone = QTimeZone(id.toUtf8(), offset, name, abbreviation, QLocale::Country(country), comment);
+        } else if (!id.isEmpty()) {
+            zone = QTimeZone(id.toUtf8());
+        }
+        if (in.ok() && zone.isValid())
+            return QDateTime(date, time, zone);
+        break;
+    }
+    default:
+        break;
+    }
+    in.corrupt();
+    return QDateTime();
+}
+
 void copySettings(const QDataStream &from, QDataStream &to)
 {
     to.setVersion(from.version());
@@ -51,6 +115,7 @@ public:
     void bytes(const char *data, int n) { m_stream.writeRawData(data, n); }
     template <class T>
     void value(const T &v) { m_stream << v; }
+    void value(const QDateTime &t) { m_stream << writable(t); }
 
 private:
     QDataStream &m_stream;
@@ -111,7 +176,7 @@ public:
         QByteArray other;
         QDataStream s(&other, QIODevice::WriteOnly);
         copySettings(m_stream, s);
-        s << t;
+        s << writable(t);
         bytes(other.constData(), int(other.size()));
     }
     /*! Hands what was encoded to the stream; the raw form has no lengths to patch. */
@@ -253,6 +318,19 @@ class StreamIn
 public:
     explicit StreamIn(QDataStream &stream) : m_stream(stream) {}
     bool ok() const { return m_stream.status() == QDataStream::Ok; }
+    void corrupt() { m_stream.setStatus(QDataStream::ReadCorruptData); }
+    void value(QDateTime &t)
+    {
+        if (knownLayout(m_stream)) {
+            t = readDateTime(*this);
+            return;
+        }
+        m_stream >> t;
+        if (t.timeSpec() == Qt::TimeZone && !t.timeZone().isValid()) {
+            t = QDateTime();
+            corrupt();
+        }
+    }
     void bytes(char *data, int n)
     {
         if (m_stream.readRawData(data, n) != n)
@@ -275,6 +353,7 @@ public:
     }
     const char *at() const { return m_at; }
     bool ok() const { return m_stream.status() == QDataStream::Ok; }
+    void corrupt() { m_stream.setStatus(QDataStream::ReadCorruptData); }
     void bytes(char *data, int n)
     {
         const int got = take(n);
@@ -340,7 +419,7 @@ public:
                 return;
             }
         }
-        viaStream(t);
+        t = readDateTime(*this);
     }
 
 private:

@@ -5,6 +5,7 @@
 
 #include <QtCore/QSet>
 #include <QtCore/QTextStream>
+#include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
 #include <map>
@@ -250,6 +251,77 @@ QVector<QPair<const Class *, const Field *>> findTag(quint32 tag)
             found.append(qMakePair(c, f));
     }
     return found;
+}
+
+namespace {
+
+QString sampleText(const Field &f, int variant)
+{
+    switch (f.kind) {
+    case Kind::Bool:
+        return variant ? QStringLiteral("false") : QStringLiteral("true");
+    case Kind::Int:
+        return f.hasRange ? QString::number(qint64(f.lo)) : QString::number(7 + variant);
+    case Kind::Int64:
+        return f.hasRange ? QString::number(qint64(f.lo)) : QStringLiteral("1234567890123");
+    case Kind::Double:
+    case Kind::Float:
+        return QString::number(f.hasRange ? f.hi : 12.5 + variant, 'f', 2);
+    case Kind::String:
+    case Kind::StringList:
+        return QStringLiteral("sample %1").arg(variant + 1);
+    case Kind::DateTime:
+        return QStringLiteral("2026-11-24T12:00:0%1.250Z").arg(variant);
+    case Kind::Enum:
+    case Kind::EnumList:
+        return f.table.rows.value(qMin(variant, int(f.table.rows.size()) - 1)).value(0);
+    case Kind::Nested:
+    case Kind::ObjectList:
+        break;
+    }
+    return QString();
+}
+
+void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
+{
+    w.writeStartElement(c.name);
+    for (const Field &f : c.fields) {
+        if (f.attribute)
+            w.writeAttribute(f.element, sampleText(f, 0));
+    }
+    for (const Field &f : c.fields) {
+        if (f.attribute)
+            continue;
+        switch (f.kind) {
+        case Kind::Nested:
+            if (depth < 8)
+                writeExample(w, *findClass(f.itemClass), depth + 1);
+            break;
+        case Kind::ObjectList:
+            for (int i = 0; i < 2 && depth < 8; ++i)
+                writeExample(w, *findClass(f.itemClass), depth + 1);
+            break;
+        case Kind::StringList:
+        case Kind::EnumList:
+            for (int i = 0; i < 2; ++i)
+                w.writeTextElement(f.element, sampleText(f, i));
+            break;
+        default:
+            w.writeTextElement(f.element, sampleText(f, 0));
+            break;
+        }
+    }
+    w.writeEndElement();
+}
+
+} // namespace
+
+QString exampleXml(const Class &c)
+{
+    QString text;
+    QXmlStreamWriter w(&text);
+    writeExample(w, c, 0);
+    return text;
 }
 
 QString describe(const Class &c)

@@ -70,6 +70,10 @@ const Class *findClassById(quint32 id);
 /*! The classes that have a field with this tag, and the field. */
 QVector<QPair<const Class *, const Field *>> findTag(quint32 tag);
 
+/*! A fully populated, valid document of the class in its XML form, made
+    from the tables: every field set, lists of two items. */
+QString exampleXml(const Class &c);
+
 /*! The table of a class as text, one line per field: the form kept in the
     tests as the reference of every table. */
 QString describe(const Class &c);

@@ -1,0 +1,218 @@
+// Input made to hurt: lengths and counts that lie, date-times Qt cannot write
+// back, deep and expanding XML. Each ends in the library's exception or a
+// clean refusal, quickly and within bounded memory. Findings of the fuzz
+// targets are kept here by name.
+#include "support.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryFile>
+#include <QtCore/QTimeZone>
+
+using namespace HALVANE;
+using test::Records;
+
+namespace {
+
+// Reads \a bytes in the raw form and writes the object in all three forms.
+template <class T>
+QDataStream::Status readRawThenWriteAll(const QByteArray &bytes, T &object)
+{
+    QDataStream in(bytes);
+    object.SetVersionSpecificBinaryWithoutValidation(in);
+    test::xml(object);
+    test::tagged(object);
+    test::raw(object);
+    return in.status();
+}
+
+QByteArray rawResult(qint8 timeSpec, const QByteArray &zoneTail)
+{
+    // One presence byte (time stamp only), then the date-time as Qt 5 lays it
+    // out: Julian day, milliseconds, time spec and what the spec needs.
+    QByteArray bytes;
+    QDataStream s(&bytes, QIODevice::WriteOnly);
+    s << quint8(0x01) << qint64(2461000) << quint32(3600000) << timeSpec;
+    s.writeRawData(zoneTail.constData(), int(zoneTail.size()));
+    return bytes;
+}
+
+} // namespace
+
+TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
+{
+    // A zone name Qt does not know, and time spec bytes out of range: Qt
+    // would accept them and then crash writing the value. They are refused
+    // as corrupt data and leave a null date-time, which every form writes.
+    QByteArray zone;
+    {
+        QDataStream s(&zone, QIODevice::WriteOnly);
+        s << QStringLiteral("Nowhere/Atlantis");
+    }
+    MeasurementResult unknownZone;
+    EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, zone), unknownZone), QDataStream::ReadCorruptData);
+    EXPECT_TRUE(unknownZone.GetTimeStamp().isNull());
+    for (qint8 spec : {qint8(4), qint8(-1), qint8(127)}) {
+        MeasurementResult r;
+        EXPECT_EQ(readRawThenWriteAll(rawResult(spec, QByteArray()), r), QDataStream::ReadCorruptData) << int(spec);
+        EXPECT_TRUE(r.GetTimeStamp().isNull()) << int(spec);
+    }
+    // A known zone and an offset read as Qt writes them.
+    QByteArray berlin;
+    {
+        QDataStream s(&berlin, QIODevice::WriteOnly);
+        s << QStringLiteral("Europe/Berlin");
+    }
+    MeasurementResult inZone;
+    EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, berlin), inZone), QDataStream::Ok);
+    EXPECT_EQ(inZone.GetTimeStamp().timeZone().id(), QByteArray("Europe/Berlin"));
+    EXPECT_EQ(test::raw(inZone), rawResult(Qt::TimeZone, berlin));
+
+    // The same through a device that is not a QBuffer.
+    const QByteArray bytes = rawResult(Qt::TimeZone, zone);
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(bytes);
+    file.seek(0);
+    QDataStream in(&file);
+    MeasurementResult viaFile;
+    viaFile.SetVersionSpecificBinaryWithoutValidation(in);
+    EXPECT_FALSE(test::raw(viaFile).isEmpty());
+
+    // A date-time made with a zone that is not valid is written as a null one.
+    MeasurementResult made;
+    made.SetTimeStamp(QDateTime(QDate(2026, 1, 1), QTime(1, 2), QTimeZone()));
+    MeasurementResult back;
+    test::readRaw(back, test::raw(made));
+    EXPECT_TRUE(back.GetTimeStamp().isNull());
+    EXPECT_TRUE(back.IsTimeStampSet());
+}
+
+TEST(Hostile, CountsAndLengthsInTheRawForm)
+{
+    // Counts of 0x7FFFFFFF and below zero: nothing is read beyond the bytes.
+    for (qint32 count : {0x7FFFFFFF, -1, qint32(0x80000000)}) {
+        QByteArray bytes;
+        QDataStream s(&bytes, QIODevice::WriteOnly);
+        s << quint8(1) << count;
+        MeasurementList list;
+        const long long before = test::allocations();
+        readRawThenWriteAll(bytes, list);
+        EXPECT_LT(test::allocations() - before, 50);
+        EXPECT_EQ(list.GetMeasurementItem().size(), 0);
+    }
+    // String length words that claim more than there is.
+    for (quint32 word : {0x7FFFFFFEu, 0xFFFFFFFEu, 0x80000000u}) {
+        QByteArray bytes;
+        QDataStream s(&bytes, QIODevice::WriteOnly);
+        s << quint8(3) << word << quint32(0);
+        RDSResult r;
+        const QDataStream::Status status = readRawThenWriteAll(bytes, r);
+        EXPECT_NE(status, QDataStream::Ok) << word;
+        EXPECT_TRUE(r.GetProgramName().isEmpty());
+    }
+}
+
+TEST(Hostile, CountsAndLengthsInTheTaggedForm)
+{
+    for (qint32 count : {0x7FFFFFFF, -1, qint32(0x80000000)}) {
+        MeasurementResultList list;
+        const long long before = test::allocations();
+        try {
+            test::readTagged(list, Records().record(0xCCA6575E, [&](Records &r) { r.i32(count).i32(4); }).object());
+        } catch (const BinaryParsingException &) {
+        }
+        EXPECT_LT(test::allocations() - before, 50);
+    }
+    // An item whose length overruns its list record, and a nested object
+    // whose records overrun their record.
+    MeasurementResultList list;
+    EXPECT_THROW(test::readTagged(list, Records().record(0xCCA6575E, [](Records &r) { r.i32(1).i32(1000); }).object()),
+                 BinaryParsingException);
+    SensorMetaData meta;
+    EXPECT_THROW(test::readTagged(meta, Records()
+                                            .record(0xC693EC10, [](Records &r) { r.i32(0x4ECB4E58).i32(500); })
+                                            .object()),
+                 BinaryParsingException);
+}
+
+TEST(Hostile, DeepAndExpandingXml)
+{
+    // 100 000 levels of unknown elements inside a known object.
+    const int depth = 100000;
+    QString deep = QStringLiteral("<ModeManager><RunningState>On</RunningState>");
+    deep.reserve(depth * 8 + 100);
+    for (int i = 0; i < depth; ++i)
+        deep += QStringLiteral("<x>");
+    for (int i = 0; i < depth; ++i)
+        deep += QStringLiteral("</x>");
+    deep += QStringLiteral("<DualState>Off</DualState></ModeManager>");
+    ModeManager m;
+    m.SetXmlString(deep);
+    EXPECT_EQ(m.GetRunningState(), 1);
+    EXPECT_EQ(m.GetDualState(), 0);
+
+    // Entities that expand to gigabytes are refused by the reader's limit.
+    QString bomb = QStringLiteral("<?xml version=\"1.0\"?><!DOCTYPE ModeManager [<!ENTITY a \"aaaaaaaaaa\">");
+    QString previous = QStringLiteral("a");
+    for (char level = 'b'; level <= 'k'; ++level) {
+        const QString name = QString(QLatin1Char(level));
+        bomb += QStringLiteral("<!ENTITY %1 \"").arg(name);
+        for (int i = 0; i < 10; ++i)
+            bomb += QStringLiteral("&%1;").arg(previous);
+        bomb += QStringLiteral("\">");
+        previous = name;
+    }
+    bomb += QStringLiteral("]><ModeManager><RunningState>&k;</RunningState></ModeManager>");
+    ModeManager target;
+    EXPECT_THROW(target.SetXmlString(bomb), InvalidXmlException);
+}
+
+TEST(Hostile, SavedFuzzFindingsReplay)
+{
+    // Every input the fuzz targets once failed on: read in its form, then
+    // written in all three. The first byte chooses the document class.
+    QVector<const schema::Class *> documents;
+    for (const schema::Class *c : schema::classes()) {
+        if (c->document && c->name != QLatin1String("Holder") && c->name != QLatin1String("Sample"))
+            documents.append(c);
+    }
+    const QDir findings(QStringLiteral(HALVANE_SOURCE_DIR "/fuzz/findings"));
+    int replayed = 0;
+    for (const QString &form : {QStringLiteral("xml"), QStringLiteral("tagged"), QStringLiteral("raw")}) {
+        const QDir dir(findings.filePath(form));
+        for (const QString &name : dir.entryList(QDir::Files)) {
+            QFile f(dir.filePath(name));
+            ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+            const QByteArray input = f.readAll();
+            if (input.isEmpty())
+                continue;
+            const schema::Class &c = *documents[uchar(input[0]) % documents.size()];
+            auto object = c.create();
+            try {
+                if (form == QLatin1String("xml")) {
+                    object->SetXmlString(QString::fromUtf8(input.mid(1)));
+                } else if (form == QLatin1String("raw")) {
+                    QDataStream s(input.mid(1));
+                    c.readRaw(*object, s);
+                } else if (input.size() > 1 && (input[1] & 1)) {
+                    if (input[1] & 2)
+                        object->SetCompressedBinaryRepresentation(input.mid(2));
+                    else
+                        object->SetBinaryRepresentation(input.mid(2));
+                } else {
+                    test::readTagged(*object, input.mid(2));
+                }
+            } catch (const QuilletRootException &) {
+            }
+            try {
+                test::xml(*object);
+                test::tagged(*object);
+                test::written([&](QDataStream &s) { c.writeRaw(*object, s); });
+            } catch (const QuilletRootException &) {
+            }
+            ++replayed;
+        }
+    }
+    EXPECT_GT(replayed, 0);
+}
