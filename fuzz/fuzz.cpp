@@ -102,7 +102,16 @@ void checkRoundTrips(const schema::Class &c, const QUILLET::IQuilletObject &o, b
         fail("raw form is not written the same twice");
 }
 
+void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
+
 } // namespace
+
+// Qt's warnings about corrupt compressed data would drown libFuzzer's output.
+extern "C" int LLVMFuzzerInitialize(int *, char ***)
+{
+    qInstallMessageHandler(quiet);
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

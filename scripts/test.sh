@@ -4,7 +4,7 @@
 # project built against the installed package.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+bash scripts/setup.sh clang libclang-rt-14-dev
 jobs=$(nproc)
 
 echo "== Build and test"
@@ -19,6 +19,18 @@ echo "== Sanitizers (address, undefined)"
 cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DHALVANE_SANITIZE=ON >/dev/null
 cmake --build build-asan --parallel "$jobs"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure)
+
+echo "== Fuzz targets: a short run of each, then the corpus and saved findings replayed"
+CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DHALVANE_FUZZ=ON \
+  -DHALVANE_BUILD_TESTS=OFF -DHALVANE_BUILD_BENCH=OFF -DHALVANE_BUILD_TOOLS=OFF >/dev/null
+cmake --build build-fuzz --parallel "$jobs"
+for form in xml tagged raw; do
+  work=build-fuzz/corpus-$form
+  rm -rf "$work" && cp -r "fuzz/corpus/$form" "$work"
+  ./build-fuzz/fuzz/fuzz_$form -max_total_time="${HALVANE_FUZZ_SECONDS:-15}" -dict=fuzz/halvane.dict \
+    -malloc_limit_mb=512 -rss_limit_mb=2048 -timeout=10 -artifact_prefix=build-fuzz/ "$work" 2>&1 | tail -1
+  ./build-fuzz/fuzz/fuzz_$form -runs=0 "fuzz/corpus/$form" "fuzz/findings/$form" 2>&1 | tail -1
+done
 
 echo "== Build and test against Qt 6"
 cmake -S . -B build-qt6 -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DHALVANE_QT_VERSION=6 -DHALVANE_BUILD_BENCH=OFF >/dev/null

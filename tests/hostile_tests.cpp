@@ -19,6 +19,7 @@ template <class T>
 QDataStream::Status readRawThenWriteAll(const QByteArray &bytes, T &object)
 {
     QDataStream in(bytes);
+    in.setVersion(QDataStream::Qt_5_12);
     object.SetVersionSpecificBinaryWithoutValidation(in);
     test::xml(object);
     test::tagged(object);
@@ -32,6 +33,7 @@ QByteArray rawResult(qint8 timeSpec, const QByteArray &zoneTail)
     // out: Julian day, milliseconds, time spec and what the spec needs.
     QByteArray bytes;
     QDataStream s(&bytes, QIODevice::WriteOnly);
+    s.setVersion(QDataStream::Qt_5_12);
     s << quint8(0x01) << qint64(2461000) << quint32(3600000) << timeSpec;
     s.writeRawData(zoneTail.constData(), int(zoneTail.size()));
     return bytes;
@@ -47,6 +49,7 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     QByteArray zone;
     {
         QDataStream s(&zone, QIODevice::WriteOnly);
+        s.setVersion(QDataStream::Qt_5_12);
         s << QStringLiteral("Nowhere/Atlantis");
     }
     MeasurementResult unknownZone;
@@ -61,12 +64,17 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     QByteArray berlin;
     {
         QDataStream s(&berlin, QIODevice::WriteOnly);
+        s.setVersion(QDataStream::Qt_5_12);
         s << QStringLiteral("Europe/Berlin");
     }
     MeasurementResult inZone;
     EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, berlin), inZone), QDataStream::Ok);
     EXPECT_EQ(inZone.GetTimeStamp().timeZone().id(), QByteArray("Europe/Berlin"));
-    EXPECT_EQ(test::raw(inZone), rawResult(Qt::TimeZone, berlin));
+    EXPECT_EQ(test::written([&](QDataStream &s) {
+                  s.setVersion(QDataStream::Qt_5_12);
+                  inZone.GetVersionSpecificBinaryWithoutValidation(s);
+              }),
+              rawResult(Qt::TimeZone, berlin));
 
     // The same through a device that is not a QBuffer.
     const QByteArray bytes = rawResult(Qt::TimeZone, zone);
@@ -75,6 +83,7 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     file.write(bytes);
     file.seek(0);
     QDataStream in(&file);
+    in.setVersion(QDataStream::Qt_5_12);
     MeasurementResult viaFile;
     viaFile.SetVersionSpecificBinaryWithoutValidation(in);
     EXPECT_FALSE(test::raw(viaFile).isEmpty());
@@ -84,7 +93,7 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     made.SetTimeStamp(QDateTime(QDate(2026, 1, 1), QTime(1, 2), QTimeZone()));
     MeasurementResult back;
     test::readRaw(back, test::raw(made));
-    EXPECT_TRUE(back.GetTimeStamp().isNull());
+    EXPECT_TRUE(back.GetTimeStamp().isNull() || !back.GetTimeStamp().isValid());
     EXPECT_TRUE(back.IsTimeStampSet());
 }
 

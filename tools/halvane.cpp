@@ -459,65 +459,6 @@ QString dump(const QString &file, const QByteArray &bytes, const QString &format
 
 // ---- Examples and the XML Schema, from the tables
 
-QString sampleText(const schema::Field &f, int variant)
-{
-    switch (f.kind) {
-    case schema::Kind::Bool:
-        return variant ? QStringLiteral("false") : QStringLiteral("true");
-    case schema::Kind::Int:
-        return f.hasRange ? QString::number(qint64(f.lo)) : QString::number(7 + variant);
-    case schema::Kind::Int64:
-        return f.hasRange ? QString::number(qint64(f.lo)) : QStringLiteral("1234567890123");
-    case schema::Kind::Double:
-    case schema::Kind::Float:
-        return QString::number(f.hasRange ? f.hi : 12.5 + variant, 'f', 2);
-    case schema::Kind::String:
-    case schema::Kind::StringList:
-        return QStringLiteral("sample %1").arg(variant + 1);
-    case schema::Kind::DateTime:
-        return QStringLiteral("2026-11-24T12:00:0%1.250Z").arg(variant);
-    case schema::Kind::Enum:
-    case schema::Kind::EnumList:
-        return f.table.rows.value(qMin(variant, int(f.table.rows.size()) - 1)).value(0);
-    case schema::Kind::Nested:
-    case schema::Kind::ObjectList:
-        break;
-    }
-    return QString();
-}
-
-void exampleXml(QXmlStreamWriter &w, const schema::Class &c, int depth)
-{
-    w.writeStartElement(c.name);
-    for (const schema::Field &f : c.fields) {
-        if (f.attribute)
-            w.writeAttribute(f.element, sampleText(f, 0));
-    }
-    for (const schema::Field &f : c.fields) {
-        if (f.attribute)
-            continue;
-        switch (f.kind) {
-        case schema::Kind::Nested:
-            if (depth < 8)
-                exampleXml(w, *schema::findClass(f.itemClass), depth + 1);
-            break;
-        case schema::Kind::ObjectList:
-            for (int i = 0; i < 2 && depth < 8; ++i)
-                exampleXml(w, *schema::findClass(f.itemClass), depth + 1);
-            break;
-        case schema::Kind::StringList:
-        case schema::Kind::EnumList:
-            for (int i = 0; i < 2; ++i)
-                w.writeTextElement(f.element, sampleText(f, i));
-            break;
-        default:
-            w.writeTextElement(f.element, sampleText(f, 0));
-            break;
-        }
-    }
-    w.writeEndElement();
-}
-
 QString xsd()
 {
     QString text;
@@ -724,10 +665,7 @@ int run(const QString &command, const Options &o)
         const schema::Class *c = schema::findClass(o.args[0]);
         if (!c)
             throw UsageError{QStringLiteral("no class '%1' (halvane schema lists them)").arg(o.args[0])};
-        QString text;
-        QXmlStreamWriter w(&text);
-        exampleXml(w, *c, 0);
-        const Document doc = load(c->name, text.toUtf8(), QStringLiteral("xml"), true);
+        const Document doc = load(c->name, schema::exampleXml(*c).toUtf8(), QStringLiteral("xml"), true);
         doc.object->Check();
         const QString out = o.args.value(1, QStringLiteral("-"));
         const QString to = o.to.isEmpty() && out == QLatin1String("-") ? QStringLiteral("xml") : formatOf(out, o.to);
