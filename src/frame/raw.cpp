@@ -397,9 +397,25 @@ public:
         if (m_end - m_at < 4)
             return viaStream(s);
         const quint32 bytes = peek<quint32>();
-        if (bytes == 0xFFFFFFFF || (bytes & 1) || qint64(bytes) > m_end - m_at - 4)
-            return viaStream(s); // null, corrupt or cut short: as the stream does it
         m_at += 4;
+        // As QDataStream does it: null for 0xFFFFFFFF; an odd count is
+        // corrupt; a count beyond the data reads the rest and is cut short.
+        // Neither allocates what the count claims.
+        if (bytes == 0xFFFFFFFF) {
+            s = QString();
+            return;
+        }
+        if (bytes & 1) {
+            s = QString();
+            m_stream.setStatus(QDataStream::ReadCorruptData);
+            return;
+        }
+        if (qint64(bytes) > m_end - m_at) {
+            s = QString();
+            m_at = m_end;
+            m_stream.setStatus(QDataStream::ReadPastEnd);
+            return;
+        }
         const int n = int(bytes / 2);
         s = bytes == 0 ? QString(QLatin1String("")) : QString(n, Qt::Uninitialized);
         QChar *out = s.data();
