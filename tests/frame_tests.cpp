@@ -365,3 +365,14 @@ TEST(Frame, PayloadIsCopiedOnFirstAccessAfterAssignment)
     EXPECT_EQ(b.GetPath().size(), 2);
     EXPECT_EQ(b.GetResults()[0].GetPICode(), QStringLiteral("pi"));
 }
+
+TEST(Frame, HooksAddRulesAfterTheFieldRules)
+{
+    Sample s;
+    s.SetCount(10);
+    test::expectThrow<OutOfRangeException>([&] { s.Check(); }, QStringLiteral("Sample: a count of 10 needs a level."));
+    s.SetLevel(50);
+    s.Check();
+    s.SetCount(11); // the field rule comes first
+    test::expectThrow<OutOfRangeException>([&] { s.Check(); }, QStringLiteral("Sample: Please set Count properly."));
+}

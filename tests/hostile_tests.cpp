@@ -30,7 +30,7 @@ QDataStream::Status readRawThenWriteAll(const QByteArray &bytes, T &object)
 QByteArray rawResult(qint8 timeSpec, const QByteArray &zoneTail)
 {
     // One presence byte (time stamp only), then the date-time as Qt 5 lays it
-    // out: Julian day, milliseconds, time spec and what the spec needs.
+    // out: Julian day, milliseconds, time spec and what that time spec needs.
     QByteArray bytes;
     QDataStream s(&bytes, QIODevice::WriteOnly);
     s.setVersion(QDataStream::Qt_5_12);

@@ -28,9 +28,19 @@ constexpr FieldDef kFields[] = {
     enumListField("Choices", 0x0000010E, 0, &kModeTable),
 };
 
+// A rule across two fields, which no row can say: a count of 10 needs a level.
+void countNeedsLevel(const QUILLET::IQuilletObject &self, bool)
+{
+    const Sample &s = static_cast<const Sample &>(self);
+    if (s.GetCount() == 10 && !s.IsLevelSet())
+        throw OutOfRangeException(QStringLiteral("Sample: a count of 10 needs a level."));
+}
+
+const Hooks kHooks = {&countNeedsLevel};
+
 } // namespace
 
-HALVANE_CLASS_DEFINITION(Sample, 0x5A3B1E00, kFields, nullptr, nullptr)
+HALVANE_CLASS_DEFINITION(Sample, 0x5A3B1E00, kFields, &kHooks, nullptr)
 
 HALVANE_INT_ACCESSORS(Sample, index)
 HALVANE_BOOL_ACCESSORS(Sample, Enabled)
