@@ -55,10 +55,10 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     MeasurementResult unknownZone;
     EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, zone), unknownZone), QDataStream::ReadCorruptData);
     EXPECT_TRUE(unknownZone.GetTimeStamp().isNull());
-    for (qint8 spec : {qint8(4), qint8(-1), qint8(127)}) {
+    for (qint8 timeSpec : {qint8(4), qint8(-1), qint8(127)}) {
         MeasurementResult r;
-        EXPECT_EQ(readRawThenWriteAll(rawResult(spec, QByteArray()), r), QDataStream::ReadCorruptData) << int(spec);
-        EXPECT_TRUE(r.GetTimeStamp().isNull()) << int(spec);
+        EXPECT_EQ(readRawThenWriteAll(rawResult(timeSpec, QByteArray()), r), QDataStream::ReadCorruptData) << int(timeSpec);
+        EXPECT_TRUE(r.GetTimeStamp().isNull()) << int(timeSpec);
     }
     // A known zone and an offset read as Qt writes them.
     QByteArray berlin;
