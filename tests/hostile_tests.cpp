@@ -60,6 +60,16 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
         EXPECT_EQ(readRawThenWriteAll(rawResult(timeSpec, QByteArray()), r), QDataStream::ReadCorruptData) << int(timeSpec);
         EXPECT_TRUE(r.GetTimeStamp().isNull()) << int(timeSpec);
     }
+    // An offset of INT_MIN seconds (once undefined behaviour in the reader).
+    QByteArray offset;
+    {
+        QDataStream s(&offset, QIODevice::WriteOnly);
+        s << qint32(0x80000000);
+    }
+    MeasurementResult farOff;
+    EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::OffsetFromUTC, offset), farOff), QDataStream::ReadCorruptData);
+    EXPECT_TRUE(farOff.GetTimeStamp().isNull());
+
     // A known zone and an offset read as Qt writes them.
     QByteArray berlin;
     {

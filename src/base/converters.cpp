@@ -110,10 +110,10 @@ QString Converters::ToString(const QDateTime &value)
         text += QLatin1Char('Z');
         break;
     case Qt::OffsetFromUTC: {
-        int offset = value.offsetFromUtc();
+        qint64 offset = value.offsetFromUtc();
         out = buffer;
         *out++ = offset < 0 ? '-' : '+';
-        offset = qAbs(offset);
+        offset = offset < 0 ? -offset : offset;
         out = putDigits(out, offset / 3600, 2);
         *out++ = ':';
         out = putDigits(out, offset / 60 % 60, 2);

@@ -49,6 +49,9 @@ QDateTime writable(const QDateTime &t)
 // what Qt's own operator would accept but not write again: a time spec byte
 // out of range and a zone that is not valid make the stream corrupt and the
 // value null.
+// Offsets from UTC beyond this are no time of any place: refused as corrupt.
+constexpr qint32 kMaxOffset = 24 * 3600;
+
 template <class In>
 QDateTime readDateTime(In &in)
 {
@@ -69,7 +72,9 @@ QDateTime readDateTime(In &in)
     case Qt::OffsetFromUTC: {
         qint32 offset = 0;
         in.value(offset);
-        return QDateTime(date, time, Qt::OffsetFromUTC, offset);
+        if (in.ok() && offset >= -kMaxOffset && offset <= kMaxOffset)
+            return QDateTime(date, time, Qt::OffsetFromUTC, offset);
+        break;
     }
     case Qt::TimeZone: {
         QString id;
@@ -83,7 +88,7 @@ QDateTime readDateTime(In &in)
             in.value(abbreviation);
             in.value(country);
             in.value(comment);
-            if (qAbs(offset) <= 14 * 3600)
+            if (offset >= -kMaxOffset && offset <= kMaxOffset)
                 zone = QTimeZone(id.toUtf8(), offset, name, abbreviation, QLocale::Country(country), comment);
         } else if (!id.isEmpty()) {
             zone = QTimeZone(id.toUtf8());
