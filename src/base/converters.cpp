@@ -195,7 +195,7 @@ QDateTime Converters::ToDateTime(const char *utf8, int size)
             return QDateTime();
         if (p.take(':') && !p.digits(2, s))
             return QDateTime();
-        if (!p.atEnd() || m > 59 || s > 59)
+        if (!p.atEnd() || m > 59 || s > 59 || h * 3600 + m * 60 + s > 24 * 3600)
             return QDateTime();
         return QDateTime(date, time, Qt::OffsetFromUTC, sign * int(h * 3600 + m * 60 + s));
     }
