@@ -5,14 +5,19 @@
 // Oracles: no crash and no sanitizer report; no exception but the library's;
 // an object that was read without an exception, written and read again,
 // writes the same text or bytes as the first time; writing an object whose
-// read failed does not crash. Memory and time are bounded by libFuzzer's
-// -malloc_limit_mb, -rss_limit_mb and -timeout.
+// read failed does not crash; while an input of n bytes is read, the memory
+// it holds at its peak stays below kBytesPerInputByte * n + kFixedBytes.
+// Time and total memory are bounded by libFuzzer's -timeout, -malloc_limit_mb
+// and -rss_limit_mb.
 #include <halvane/halvane.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QTimeZone>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
+
+#include <sanitizer/allocator_interface.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -102,6 +107,30 @@ void checkRoundTrips(const schema::Class &c, const QUILLET::IQuilletObject &o, b
         fail("raw form is not written the same twice");
 }
 
+// Memory held by the reader. The hooks see every allocation of the process;
+// they count only while a read is under way. Frees of memory that was
+// allocated before the read lower the count, which only makes it lenient.
+constexpr long long kBytesPerInputByte = 64;
+constexpr long long kFixedBytes = 1 << 20;
+bool counting = false;
+long long held = 0;
+long long peak = 0;
+
+void onAllocate(const volatile void *, size_t size)
+{
+    if (counting) {
+        held += static_cast<long long>(size);
+        if (held > peak)
+            peak = held;
+    }
+}
+
+void onFree(const volatile void *pointer)
+{
+    if (counting && pointer)
+        held -= static_cast<long long>(__sanitizer_get_allocated_size(const_cast<const void *>(pointer)));
+}
+
 void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
 
 } // namespace
@@ -110,6 +139,10 @@ void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
     qInstallMessageHandler(quiet);
+    __sanitizer_install_malloc_and_free_hooks(onAllocate, onFree);
+    // First uses that fill Qt's lasting caches (the time zone list) are not
+    // the reader's doing.
+    QTimeZone::availableTimeZoneIds();
     return 0;
 }
 
@@ -121,6 +154,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray input = QByteArray::fromRawData(reinterpret_cast<const char *>(data + 1), int(size - 1));
     auto object = c.create();
     bool read = false;
+    held = peak = 0;
+    counting = true;
     try {
 #if HALVANE_FUZZ_FORM == 0
         object->SetXmlString(QString::fromUtf8(input));
@@ -147,6 +182,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         read = true;
     } catch (const QuilletRootException &) {
     }
+    counting = false;
+    static const bool report = std::getenv("HALVANE_FUZZ_MEMORY") != nullptr;
+    if (report)
+        std::fprintf(stderr, "memory: %lld bytes held for %zu input bytes\n", peak, size);
+    if (peak > kBytesPerInputByte * static_cast<long long>(size) + kFixedBytes)
+        fail("the reader held more memory than the input accounts for");
     try {
         if (read)
             checkRoundTrips(c, *object, HALVANE_FUZZ_FORM == 2);
