@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the suite in a normal build, the suite again
-# under AddressSanitizer and UndefinedBehaviorSanitizer, and an outside
-# project built against the installed package.
+# under AddressSanitizer and UndefinedBehaviorSanitizer, a short run of each
+# fuzz target with the corpus and findings replayed, the suite against Qt 6,
+# documents exchanged between the Qt 5 and Qt 6 builds, and an outside
+# project built against each installed package.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh clang libclang-rt-14-dev
