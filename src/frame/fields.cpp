@@ -5,6 +5,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QObject>
 
+#include <cstring>
+
 namespace HALVANE {
 namespace frame {
 
@@ -60,19 +62,11 @@ void testValue(const Obj &o, const Field &f, const void *value)
 
 void storeValue(const Field &f, void *at, const void *value)
 {
+    if (const int width = plainWidth(f.kind)) {
+        std::memcpy(at, value, size_t(width));
+        return;
+    }
     switch (f.kind) {
-    case Kind::Bool:
-    case Kind::Enum:
-        *static_cast<quint8 *>(at) = *static_cast<const quint8 *>(value);
-        break;
-    case Kind::Int:
-    case Kind::Float:
-        *static_cast<quint32 *>(at) = *static_cast<const quint32 *>(value);
-        break;
-    case Kind::Int64:
-    case Kind::Double:
-        *static_cast<quint64 *>(at) = *static_cast<const quint64 *>(value);
-        break;
     case Kind::String:
         *static_cast<QString *>(at) = *static_cast<const QString *>(value);
         break;
@@ -90,6 +84,8 @@ void storeValue(const Field &f, void *at, const void *value)
         break;
     case Kind::EnumList:
         *static_cast<QVector<qint8> *>(at) = *static_cast<const QVector<qint8> *>(value);
+        break;
+    default:
         break;
     }
 }

@@ -14,6 +14,25 @@ class QXmlStreamWriter;
 namespace HALVANE {
 namespace frame {
 
+// Bytes of a value that is copied as it lies (bools, enums, numbers); 0 for
+// the kinds that have constructors.
+inline int plainWidth(Kind kind)
+{
+    switch (kind) {
+    case Kind::Bool:
+    case Kind::Enum:
+        return 1;
+    case Kind::Int:
+    case Kind::Float:
+        return 4;
+    case Kind::Int64:
+    case Kind::Double:
+        return 8;
+    default:
+        return 0;
+    }
+}
+
 // Payload lifetime (payload.cpp).
 void retain(Payload *p);
 void release(const ClassDescriptor &desc, Payload *&p);

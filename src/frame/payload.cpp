@@ -6,6 +6,7 @@
 #include <QtCore/QDateTime>
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace HALVANE {
@@ -25,16 +26,9 @@ struct SlotShape {
 
 SlotShape shapeOf(Kind kind)
 {
+    if (const int width = plainWidth(kind))
+        return {width, width};
     switch (kind) {
-    case Kind::Bool:
-    case Kind::Enum:
-        return {1, 1};
-    case Kind::Int:
-    case Kind::Float:
-        return {4, 4};
-    case Kind::Int64:
-    case Kind::Double:
-        return {8, 8};
     case Kind::String:
         return {int(sizeof(QString)), int(alignof(QString))};
     case Kind::DateTime:
@@ -45,6 +39,8 @@ SlotShape shapeOf(Kind kind)
     case Kind::StringList:
     case Kind::EnumList:
         return {int(sizeof(QVector<QString>)), int(alignof(QVector<QString>))};
+    default:
+        break;
     }
     return {8, 8};
 }
@@ -107,19 +103,11 @@ void constructValue(const Field &f, void *at)
 
 void copyValue(const Field &f, void *at, const void *from)
 {
+    if (const int width = plainWidth(f.kind)) {
+        std::memcpy(at, from, size_t(width));
+        return;
+    }
     switch (f.kind) {
-    case Kind::Bool:
-    case Kind::Enum:
-        *static_cast<quint8 *>(at) = *static_cast<const quint8 *>(from);
-        break;
-    case Kind::Int:
-    case Kind::Float:
-        *static_cast<quint32 *>(at) = *static_cast<const quint32 *>(from);
-        break;
-    case Kind::Int64:
-    case Kind::Double:
-        *static_cast<quint64 *>(at) = *static_cast<const quint64 *>(from);
-        break;
     case Kind::String:
         new (at) QString(*static_cast<const QString *>(from));
         break;
@@ -137,6 +125,8 @@ void copyValue(const Field &f, void *at, const void *from)
         break;
     case Kind::EnumList:
         new (at) QVector<qint8>(*static_cast<const QVector<qint8> *>(from));
+        break;
+    default:
         break;
     }
 }

@@ -25,22 +25,8 @@ public:
     explicit Sink(QDataStream::ByteOrder order) : m_big(order == QDataStream::BigEndian) {}
 
     void u8(quint8 v) { *reserve(1) = char(v); }
-    void i32(qint32 v)
-    {
-        char *at = reserve(4);
-        if (m_big)
-            qToBigEndian(v, at);
-        else
-            qToLittleEndian(v, at);
-    }
-    void i64(qint64 v)
-    {
-        char *at = reserve(8);
-        if (m_big)
-            qToBigEndian(v, at);
-        else
-            qToLittleEndian(v, at);
-    }
+    void i32(qint32 v) { word(v); }
+    void i64(qint64 v) { word(v); }
     /*! A QByteArray as the stream writes it: length word (0xFFFFFFFF when null), bytes. */
     void bytes(const QByteArray &b)
     {
@@ -70,6 +56,15 @@ public:
     int size() const { return m_size; }
 
 private:
+    template <class T>
+    void word(T v)
+    {
+        char *at = reserve(int(sizeof(T)));
+        if (m_big)
+            qToBigEndian(v, at);
+        else
+            qToLittleEndian(v, at);
+    }
     char *reserve(int n)
     {
         if (m_size + n > m_buffer.size())
@@ -100,22 +95,8 @@ public:
         v = quint8(*m_at++);
         return true;
     }
-    bool i32(qint32 &v)
-    {
-        if (left() < 4)
-            return false;
-        v = m_big ? qFromBigEndian<qint32>(m_at) : qFromLittleEndian<qint32>(m_at);
-        m_at += 4;
-        return true;
-    }
-    bool i64(qint64 &v)
-    {
-        if (left() < 8)
-            return false;
-        v = m_big ? qFromBigEndian<qint64>(m_at) : qFromLittleEndian<qint64>(m_at);
-        m_at += 8;
-        return true;
-    }
+    bool i32(qint32 &v) { return word(v); }
+    bool i64(qint64 &v) { return word(v); }
     /*! A QByteArray's bytes in place; false when its length runs past the end. */
     bool bytes(const char *&data, int &size)
     {
@@ -141,6 +122,16 @@ public:
     }
 
 private:
+    template <class T>
+    bool word(T &v)
+    {
+        if (left() < qint64(sizeof(T)))
+            return false;
+        v = m_big ? qFromBigEndian<T>(m_at) : qFromLittleEndian<T>(m_at);
+        m_at += sizeof(T);
+        return true;
+    }
+
     const char *m_at;
     const char *m_end;
     bool m_big;
