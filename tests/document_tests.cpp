@@ -217,6 +217,14 @@ TEST(Documents, CompressedBlocks)
         [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("3FFFFFFF") + tail); },
         QStringLiteral("ModeManager: compressed block claims 1073741823 bytes, more than the limit of 24832"));
     EXPECT_LT(test::allocations() - before, 100);
+    // The limit itself is a claim zlib could keep (1032 bytes per byte, plus
+    // 64): it reaches the decompressor, one byte more does not.
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00006100") + tail); },
+        QStringLiteral("ModeManager: compressed block is corrupt"));
+    expectThrow<BinaryParsingException>(
+        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00006101") + tail); },
+        QStringLiteral("ModeManager: compressed block claims 24833 bytes, more than the limit of 24832"));
     expectThrow<BinaryParsingException>(
         [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00000010") + tail); },
         QStringLiteral("ModeManager: compressed block is corrupt"));
