@@ -8,12 +8,12 @@
 // an offset or a zone, an out-of-range date) goes through the stream's own
 // operator on that memory. Other streams use the operators throughout.
 #include "frame.h"
+#include "words.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QLocale>
 #include <QtCore/QTimeZone>
-#include <QtCore/QtEndian>
 
 #include <cstring>
 
@@ -163,10 +163,7 @@ public:
         char *at = reserve(int(s.size()) * 2);
         const ushort *units = s.utf16();
         for (int i = 0; i < int(s.size()); ++i, at += 2) {
-            if (m_big)
-                qToBigEndian(units[i], at);
-            else
-                qToLittleEndian(units[i], at);
+            storeWord(at, units[i], m_big);
         }
     }
     void value(const QDateTime &t)
@@ -196,10 +193,7 @@ private:
     void integer(T v)
     {
         char *at = reserve(int(sizeof(T)));
-        if (m_big)
-            qToBigEndian(v, at);
-        else
-            qToLittleEndian(v, at);
+        storeWord(at, v, m_big);
     }
     char *reserve(int n)
     {
@@ -425,13 +419,13 @@ public:
         s = bytes == 0 ? QString(QLatin1String("")) : QString(n, Qt::Uninitialized);
         QChar *out = s.data();
         for (int i = 0; i < n; ++i, m_at += 2)
-            out[i] = QChar(m_big ? qFromBigEndian<quint16>(m_at) : qFromLittleEndian<quint16>(m_at));
+            out[i] = QChar(loadWord<quint16>(m_at, m_big));
     }
     void value(QDateTime &t)
     {
         if (m_end - m_at >= 13) {
-            const qint64 jd = m_big ? qFromBigEndian<qint64>(m_at) : qFromLittleEndian<qint64>(m_at);
-            const quint32 ms = m_big ? qFromBigEndian<quint32>(m_at + 8) : qFromLittleEndian<quint32>(m_at + 8);
+            const qint64 jd = loadWord<qint64>(m_at, m_big);
+            const quint32 ms = loadWord<quint32>(m_at + 8, m_big);
             const qint8 zone = qint8(m_at[12]);
             const QDate date = QDate::fromJulianDay(jd);
             if ((zone == Qt::UTC || zone == Qt::LocalTime) && date.isValid() && ms < 86400000u) {
@@ -457,14 +451,14 @@ private:
     template <class T>
     T peek() const
     {
-        return m_big ? qFromBigEndian<T>(m_at) : qFromLittleEndian<T>(m_at);
+        return loadWord<T>(m_at, m_big);
     }
     template <class T>
     T integer()
     {
         if (take(int(sizeof(T))) != int(sizeof(T)))
             return 0;
-        return m_big ? qFromBigEndian<T>(m_at - sizeof(T)) : qFromLittleEndian<T>(m_at - sizeof(T));
+        return loadWord<T>(m_at - sizeof(T), m_big);
     }
     // The stream's own operator on the remaining memory.
     template <class T>

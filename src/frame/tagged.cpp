@@ -3,6 +3,7 @@
 // stream at once; it is read with one read of its length and decoded from
 // memory, every length checked against the bytes that remain.
 #include "frame.h"
+#include "words.h"
 #include "messages.h"
 #include "text.h"
 
@@ -10,7 +11,6 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
-#include <QtCore/QtEndian>
 
 #include <cstring>
 
@@ -47,10 +47,7 @@ public:
     {
         const qint32 n = qint32(m_size - start);
         char *at = m_buffer.data() + start - 4;
-        if (m_big)
-            qToBigEndian(n, at);
-        else
-            qToLittleEndian(n, at);
+        storeWord(at, n, m_big);
     }
     const char *data() const { return m_buffer.constData(); }
     int size() const { return m_size; }
@@ -60,10 +57,7 @@ private:
     void word(T v)
     {
         char *at = reserve(int(sizeof(T)));
-        if (m_big)
-            qToBigEndian(v, at);
-        else
-            qToLittleEndian(v, at);
+        storeWord(at, v, m_big);
     }
     char *reserve(int n)
     {
@@ -127,7 +121,7 @@ private:
     {
         if (left() < qint64(sizeof(T)))
             return false;
-        v = m_big ? qFromBigEndian<T>(m_at) : qFromLittleEndian<T>(m_at);
+        v = loadWord<T>(m_at, m_big);
         m_at += sizeof(T);
         return true;
     }
