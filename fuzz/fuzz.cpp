@@ -11,6 +11,7 @@
 // Time and total memory are bounded by libFuzzer's -timeout, -malloc_limit_mb
 // and -rss_limit_mb.
 #include <halvane/halvane.h>
+#include <halvane/base/binaryheader.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
@@ -136,17 +137,16 @@ void onFree(const volatile void *pointer)
 }
 
 // The bytes an input accounts for: its size, or for a compressed block what
-// the block claims to hold, as far as the library accepts the claim (zlib
-// packs up to 1032 bytes into one, so the limit is 1032 times the block
-// plus 64 bytes).
+// the block claims to hold, as far as the library accepts the claim.
 long long accountedBytes(const uint8_t *data, size_t size)
 {
     long long bytes = static_cast<long long>(size);
 #if HALVANE_FUZZ_FORM == 1
     if (size >= 6 && (data[1] & 3) == 3) {
-        const long long block = bytes - 2;
-        const long long claim = qFromBigEndian<quint32>(data + 2);
-        bytes = std::max(bytes, std::min(claim, 1032 * block + 64));
+        const qint64 block = bytes - 2;
+        const qint64 limit = std::min(QUILLET::kMaxUncompressedSize,
+                                      QUILLET::kMaxCompressionRatio * block + QUILLET::kCompressedClaimSlack);
+        bytes = std::max<qint64>(bytes, std::min<qint64>(qFromBigEndian<quint32>(data + 2), limit));
     }
 #else
     (void)data;

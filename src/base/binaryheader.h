@@ -24,6 +24,7 @@ constexpr char kBinaryMagic[4] = {'H', 'V', 'B', '1'};
 constexpr int kBinaryStreamVersion = QDataStream::Qt_5_12;
 constexpr qint64 kMaxUncompressedSize = 256 * 1024 * 1024;
 constexpr qint64 kMaxCompressionRatio = 1032; // zlib cannot do better
+constexpr qint64 kCompressedClaimSlack = 64;   // for tiny blocks
 
 /*! Sets up a stream made by the whole-object operations. */
 inline void pinStream(QDataStream &stream)

@@ -327,7 +327,7 @@ void IQuilletObject::SetCompressedBinaryRepresentation(const QByteArray &data)
     // qUncompress reserves what the first four bytes claim: refuse absurd
     // claims before it allocates anything.
     const qint64 claimed = qFromBigEndian<quint32>(data.constData());
-    const qint64 limit = qMin(kMaxUncompressedSize, kMaxCompressionRatio * data.size() + 64);
+    const qint64 limit = qMin(kMaxUncompressedSize, kMaxCompressionRatio * data.size() + kCompressedClaimSlack);
     if (claimed > limit)
         throw BinaryParsingException(QStringLiteral("%1: compressed block claims %2 bytes, more than the limit of %3")
                                          .arg(GetObjectName())
