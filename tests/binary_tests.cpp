@@ -40,9 +40,10 @@ TEST(Tagged, ModeManagerBytes)
 
     // Validation on, Check passes but there is no data: nothing is written.
     Holder holder;
-    MeasurementList good, empty;
+    MeasurementList good;
+    MeasurementResultList empty;
     good.AppendMeasurementItem(0);
-    empty.SetMeasurementItem({});
+    empty.SetMeasurementData({});
     holder.SetList(empty);
     holder.SetItems({good});
     holder.SetValidate(true);

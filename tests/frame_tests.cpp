@@ -4,6 +4,10 @@
 #include "sample.h"
 #include "support.h"
 
+#include "frame/schema.h"
+
+#include <QtCore/QHash>
+
 #include <cmath>
 #include <utility>
 #include <limits>
@@ -375,4 +379,25 @@ TEST(Frame, HooksAddRulesAfterTheFieldRules)
     s.Check();
     s.SetCount(11); // the field rule comes first
     test::expectThrow<OutOfRangeException>([&] { s.Check(); }, QStringLiteral("Sample: Please set Count properly."));
+}
+
+TEST(Frame, AnElementNameCarriesOneTagInEveryClass)
+{
+    // What the compiler cannot see across classes: a tag belongs to an element
+    // name, so two classes that both have "Unit" give it the same tag.
+    QHash<QString, QPair<quint32, QString>> seen;
+    int shared = 0;
+    for (const schema::Class *c : schema::classes()) {
+        for (const schema::Field &f : c->fields) {
+            const auto it = seen.constFind(f.element);
+            if (it == seen.constEnd()) {
+                seen.insert(f.element, qMakePair(f.tag, c->name));
+                continue;
+            }
+            ++shared;
+            EXPECT_EQ(it->first, f.tag) << qPrintable(f.element) << " in " << qPrintable(c->name) << " and "
+                                        << qPrintable(it->second);
+        }
+    }
+    EXPECT_GT(shared, 0); // "Unit", "MinMaxStep" and "MeasurementItem" occur twice at least
 }

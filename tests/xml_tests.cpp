@@ -187,18 +187,26 @@ TEST(Xml, NestedObjectsWithoutDataAreReported)
     empty.SetMeasurementItem({});
     MeasurementList good;
     good.AppendMeasurementItem(1);
+    MeasurementResultList noResults;
+    noResults.SetMeasurementData({});
+    MeasurementData item;
+    item.SetMeasurementItem(1);
+    item.GetMeasurementResult().SetTimeStamp(QDateTime());
+    MeasurementResultList results;
+    results.AppendMeasurementData(item);
     Holder holder;
     holder.SetValidate(true);
     holder.SetItems({good});
-    holder.SetList(empty);
+    holder.SetList(noResults);
     // The owner has no data either: nothing is written.
     EXPECT_EQ(test::xml(holder), QString());
-    holder.SetList(good);
+    holder.SetList(results);
     holder.SetItems({good, empty});
     expectThrow<IncompleteDefinitionException>([&] { test::xml(holder); },
                                                QStringLiteral("Parameters for MeasurementList are not set properly in 'Holder'."));
     holder.SetItems({good});
     EXPECT_EQ(test::xml(holder).toStdString(),
-              "<Holder><MeasurementList><MeasurementItem>CW_Offset</MeasurementItem></MeasurementList>"
+              "<Holder><MeasurementResultList><MeasurementData><MeasurementItem>CW_Offset</MeasurementItem>"
+              "<MeasurementResult><TimeStamp></TimeStamp></MeasurementResult></MeasurementData></MeasurementResultList>"
               "<MeasurementList><MeasurementItem>CW_Offset</MeasurementItem></MeasurementList></Holder>");
 }

@@ -1,16 +1,20 @@
 // Definitions of a data class's members, each one line that forwards to the
 // frame with the class's descriptor and the field's row. Used in the class's
-// own source file, after its field table kFields:
+// generated source file, after its field table kFields:
 //
 //     HALVANE_CLASS_DEFINITION(ModeManager, 0xC37A4ADF, kFields, nullptr, nullptr)
 //     HALVANE_ENUM_ACCESSORS(ModeManager, RunningState)
 //
-// Each accessor finds its row by the field's name at compile time.
+// Each accessor finds its row by the field's name at compile time and checks
+// that the row has the kind (and, for nested objects and lists, the class)
+// that the accessor serves; the class definition checks the table as a whole.
 #ifndef HALVANE_FRAME_CLASSIMPL_H
 #define HALVANE_FRAME_CLASSIMPL_H
 
 #include "dataclass.h"
 #include "frame.h"
+
+#include <QtCore/QCoreApplication>
 
 #include <new>
 #include <utility>
@@ -82,14 +86,27 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
 
 #define HALVANE_OBJ_ (::HALVANE::frame::Obj{&kDescriptor, &d, this})
 #define HALVANE_INDEX_(F) (std::integral_constant<int, ::HALVANE::frame::fieldIndex(kFields, #F)>::value)
+/*! The row of field F has kind K: an accessor of another kind does not compile. */
+#define HALVANE_EXPECT_KIND_(F, K)                                                                \
+    static_assert(kFields[HALVANE_INDEX_(F)].kind == ::HALVANE::frame::Kind::K,                    \
+                  "the row of field " #F " is not of kind " #K);
+/*! The row of field F names the item class T. */
+#define HALVANE_EXPECT_CLASS_(F, T)                                                                 \
+    static_assert(kFields[HALVANE_INDEX_(F)].ops == &::HALVANE::frame::opsOf<T>,                      \
+                  "the row of field " #F " does not name the class " #T);
 #define HALVANE_ROW_(I) (kDescriptor.fields[I])
 
 /*! The class's descriptor and operations, and the members every data class has. */
 #define HALVANE_CLASS_DEFINITION(X, ID, FIELDS, HOOKS, ORDER)                                          \
+    static_assert(::HALVANE::frame::uniqueTags(FIELDS), "two fields of " #X " have the same tag");      \
+    static_assert(::HALVANE::frame::uniqueElements(FIELDS), "two fields of " #X " have the same element name"); \
+    static_assert(::HALVANE::frame::uniqueNames(FIELDS), "two fields of " #X " have the same name");    \
+    static_assert(::HALVANE::frame::isOrderOf(ORDER, FIELDS),                                           \
+                  "the tagged order of " #X " is not a permutation of its fields");                     \
     namespace {                                                                                      \
     const ::HALVANE::frame::ClassDescriptor kDescriptor(#X, ID, FIELDS,                              \
                                                         int(sizeof(FIELDS) / sizeof(FIELDS[0])),     \
-                                                        HOOKS, ORDER);                               \
+                                                        HOOKS, ::HALVANE::frame::orderPointer(ORDER)); \
     constexpr ::HALVANE::frame::ObjectOps kOps = ::HALVANE::frame::OpsImpl<X>::make(&kDescriptor);   \
     const ::HALVANE::frame::Registrar kRegistrar(&kOps);                                             \
     }                                                                                                \
@@ -185,7 +202,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     T X::Get##F() const { return *static_cast<const T *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(T value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
 
-#define HALVANE_BOOL_ACCESSORS(X, F) HALVANE_BOOL_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_BOOL_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Bool) HALVANE_BOOL_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
 #define HALVANE_BOOL_ACCESSORS_AT_(X, F, I)                                       \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                        \
     HALVANE_VALUE_GET_SET_(X, bool, F, I)                                     \
@@ -200,12 +217,12 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
         return ::HALVANE::frame::isValidValue(HALVANE_ROW_(I), &value);                     \
     }
 
-#define HALVANE_INT_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, int, F, HALVANE_INDEX_(F))
-#define HALVANE_INT64_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, qint64, F, HALVANE_INDEX_(F))
-#define HALVANE_DOUBLE_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, double, F, HALVANE_INDEX_(F))
-#define HALVANE_FLOAT_ACCESSORS(X, F) HALVANE_NUMBER_ACCESSORS_(X, float, F, HALVANE_INDEX_(F))
+#define HALVANE_INT_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Int) HALVANE_NUMBER_ACCESSORS_(X, int, F, HALVANE_INDEX_(F))
+#define HALVANE_INT64_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Int64) HALVANE_NUMBER_ACCESSORS_(X, qint64, F, HALVANE_INDEX_(F))
+#define HALVANE_DOUBLE_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Double) HALVANE_NUMBER_ACCESSORS_(X, double, F, HALVANE_INDEX_(F))
+#define HALVANE_FLOAT_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Float) HALVANE_NUMBER_ACCESSORS_(X, float, F, HALVANE_INDEX_(F))
 
-#define HALVANE_STRING_ACCESSORS(X, F) HALVANE_STRING_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_STRING_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, String) HALVANE_STRING_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
 #define HALVANE_STRING_ACCESSORS_AT_(X, F, I)                                                         \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                                            \
     QString X::Get##F() { return *static_cast<const QString *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
@@ -220,13 +237,14 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     auto X::Get##F()->T & { return *static_cast<T *>(::HALVANE::frame::mutableValueOf(HALVANE_OBJ_, I)); } \
     void X::Set##F(const T &value) { ::HALVANE::frame::setValue(HALVANE_OBJ_, I, &value); }
 
-#define HALVANE_DATETIME_ACCESSORS(X, F) HALVANE_DATETIME_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_DATETIME_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, DateTime) HALVANE_DATETIME_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
 #define HALVANE_DATETIME_ACCESSORS_AT_(X, F, I)                           \
     HALVANE_REFERENCE_ACCESSORS_(X, QDateTime, F, I)                  \
     QDateTime X::GetDefault##F() const { return QDateTime(); }        \
     bool X::IsValid##F(const QDateTime &) const { return true; }
 
-#define HALVANE_NESTED_ACCESSORS(X, T, F) HALVANE_NESTED_ACCESSORS_AT_(X, T, F, HALVANE_INDEX_(F))
+#define HALVANE_NESTED_ACCESSORS(X, T, F) \
+    HALVANE_EXPECT_KIND_(F, Nested) HALVANE_EXPECT_CLASS_(F, T) HALVANE_NESTED_ACCESSORS_AT_(X, T, F, HALVANE_INDEX_(F))
 #define HALVANE_NESTED_ACCESSORS_AT_(X, T, F, I)   \
     HALVANE_REFERENCE_ACCESSORS_(X, T, F, I)   \
     bool X::IsValid##F(const T &) const { return true; }
@@ -241,15 +259,17 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     }
 
 #define HALVANE_OBJECT_LIST_ACCESSORS(X, T, F)                                                  \
+    HALVANE_EXPECT_KIND_(F, ObjectList) HALVANE_EXPECT_CLASS_(F, T)                             \
     HALVANE_LIST_ACCESSORS_(X, T, F, HALVANE_INDEX_(F))                                         \
     void X::Append##F(T &&item) { ::HALVANE::frame::append(HALVANE_OBJ_, HALVANE_INDEX_(F), &item, true); }
-#define HALVANE_STRING_LIST_ACCESSORS(X, F) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F))
+#define HALVANE_STRING_LIST_ACCESSORS(X, F) \
+    HALVANE_EXPECT_KIND_(F, StringList) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F))
 
 #define HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)                                                      \
     QString X::F##ToName(const F &value) { return kFields[I].table->text(0, value); }              \
     X::F X::NameTo##F(const QString &name) { return kFields[I].table->find(0, name); }
 
-#define HALVANE_ENUM_ACCESSORS(X, F) HALVANE_ENUM_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, Enum) HALVANE_ENUM_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
 #define HALVANE_ENUM_ACCESSORS_AT_(X, F, I)                                                             \
     HALVANE_COMMON_ACCESSORS_(X, F, I)                                                              \
     const X::F &X::Get##F() const { return *static_cast<const F *>(::HALVANE::frame::valueOf(HALVANE_OBJ_, I)); } \
@@ -260,7 +280,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     QString X::Get##F##AsString() const { return ::HALVANE::frame::enumAsString(HALVANE_OBJ_, I); } \
     HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)
 
-#define HALVANE_ENUM_LIST_ACCESSORS(X, F) HALVANE_ENUM_LIST_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
+#define HALVANE_ENUM_LIST_ACCESSORS(X, F) HALVANE_EXPECT_KIND_(F, EnumList) HALVANE_ENUM_LIST_ACCESSORS_AT_(X, F, HALVANE_INDEX_(F))
 #define HALVANE_ENUM_LIST_ACCESSORS_AT_(X, F, I)                                                  \
     HALVANE_LIST_ACCESSORS_(X, F, F, I)                                                       \
     X::F X::GetDefault##F() const { return ::HALVANE::frame::defaultOf<qint8>(kFields[I]); }  \
@@ -273,9 +293,14 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     QStringList X::Get##F##s() { return kFields[I].table->names(); }           \
     QStringList X::GetGUI##F##s() { return ::HALVANE::frame::guiNames(*kFields[I].table); }
 
-/*! A table of rows: a copy of the rows, shared until the caller writes to it. */
-#define HALVANE_ENUM_ROWS_ACCESSORS(X, F, Row, ROWS) \
-    QList<X::Row> X::Get##F##s() { return ROWS; }
+/*! A table of rows: a copy of the rows, shared until the caller writes to it.
+    The members of Row follow in column order. */
+#define HALVANE_ENUM_ROWS_ACCESSORS(X, F, Row, ...)                                                 \
+    QList<X::Row> X::Get##F##s()                                                                  \
+    {                                                                                             \
+        static const QList<Row> rows = ::HALVANE::frame::rowsOf<Row>(*kFields[HALVANE_INDEX_(F)].table, __VA_ARGS__); \
+        return rows;                                                                              \
+    }
 
 /*! Column COL (counted from Name as 0) of the table of field F. */
 #define HALVANE_ENUM_COLUMN_ACCESSORS(X, F, C, COL) HALVANE_ENUM_COLUMN_ACCESSORS_AT_(X, F, C, HALVANE_INDEX_(F), COL)
@@ -287,5 +312,17 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
 #define HALVANE_ENUM_HELPID_ACCESSORS_AT_(X, F, I)                                       \
     int X::F##ToHelpid(const F &value) const { return kFields[I].table->helpid(value); } \
     X::F X::HelpidTo##F(const int &helpid) { return kFields[I].table->findHelpid(helpid); }
+
+/*! tr and trUtf8 of class X: QCoreApplication::translate in the context
+    "HALVANE::X". */
+#define HALVANE_TRANSLATE_DEFINITION(X)                                                    \
+    QString X::tr(const char *text, const char *disambiguation, int n)                    \
+    {                                                                                      \
+        return QCoreApplication::translate("HALVANE::" #X, text, disambiguation, n);       \
+    }                                                                                      \
+    QString X::trUtf8(const char *text, const char *disambiguation, int n)                \
+    {                                                                                      \
+        return tr(text, disambiguation, n);                                                \
+    }
 
 #endif

@@ -13,6 +13,8 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
+#include <cstddef>
+
 class QDataStream;
 class QXmlStreamReader;
 class QXmlStreamWriter;
@@ -215,6 +217,65 @@ constexpr int fieldIndex(const FieldDef (&fields)[N], const char *name)
     throw "no field of that name in the table";
 }
 
+// Checks of a whole table, for static_assert in the class definition.
+
+template <int N>
+constexpr bool uniqueTags(const FieldDef (&fields)[N])
+{
+    for (int i = 0; i < N; ++i)
+        for (int j = i + 1; j < N; ++j)
+            if (fields[i].tag == fields[j].tag)
+                return false;
+    return true;
+}
+
+template <int N>
+constexpr bool uniqueElements(const FieldDef (&fields)[N])
+{
+    for (int i = 0; i < N; ++i)
+        for (int j = i + 1; j < N; ++j)
+            if (sameText(fields[i].element, fields[j].element))
+                return false;
+    return true;
+}
+
+template <int N>
+constexpr bool uniqueNames(const FieldDef (&fields)[N])
+{
+    for (int i = 0; i < N; ++i)
+        for (int j = i + 1; j < N; ++j)
+            if (sameText(fields[i].name, fields[j].name))
+                return false;
+    return true;
+}
+
+/*! No tagged order of its own: the field order. */
+template <int N>
+constexpr bool isOrderOf(std::nullptr_t, const FieldDef (&)[N])
+{
+    return true;
+}
+
+/*! A tagged order names every field exactly once. */
+template <int M, int N>
+constexpr bool isOrderOf(const quint16 (&order)[M], const FieldDef (&)[N])
+{
+    if (M != N)
+        return false;
+    for (int i = 0; i < N; ++i) {
+        int seen = 0;
+        for (int j = 0; j < M; ++j)
+            seen += order[j] == i ? 1 : 0;
+        if (seen != 1)
+            return false;
+    }
+    return true;
+}
+
+constexpr const quint16 *orderPointer(std::nullptr_t) { return nullptr; }
+template <int M>
+constexpr const quint16 *orderPointer(const quint16 (&order)[M]) { return order; }
+
 /*! Departures of a class from the frame's algorithms. Null pointers are the
     frame's own behaviour; most classes have no hooks at all. */
 struct Hooks {
@@ -229,26 +290,26 @@ struct Field : FieldDef {
     QString initString;
     QString memberName;  // "m_" + name with a lower-case first letter
     quint16 offset;      // of the value inside the payload
-    quint8 bit;
+    quint16 bit;
     bool required() const { return flags & Required; }
     bool attribute() const { return flags & Attribute; }
 };
 
 struct ClassDescriptor {
     ClassDescriptor(const char *name, quint32 id, const FieldDef *fields, int count,
-                    const Hooks *hooks = nullptr, const quint8 *taggedOrder = nullptr);
+                    const Hooks *hooks = nullptr, const quint16 *taggedOrder = nullptr);
     ClassDescriptor(const ClassDescriptor &) = delete;
     ClassDescriptor &operator=(const ClassDescriptor &) = delete;
 
     QString name;
     quint32 id;
     QVector<Field> fields;
-    QVector<quint8> taggedOrder; // field indices in the order of the tagged form
+    QVector<quint16> taggedOrder; // field indices in the order of the tagged form
     const Hooks *hooks;
     StringIndex elements;        // element name -> field index (children only)
     quint16 payloadSize;
     quint16 stateOffset;         // push state byte, classes with nested objects or lists
-    quint8 wordCount;            // presence words
+    quint16 wordCount;           // presence words: one bit per field
     bool hasChildren;            // nested or object list fields
     bool hasRequired;
 
@@ -256,7 +317,7 @@ struct ClassDescriptor {
 
 private:
     QVector<quint32> m_tags;     // sorted
-    QVector<quint8> m_tagFields;
+    QVector<quint16> m_tagFields;
 };
 
 /*! The payload: reference count and presence bits, then the values at the

@@ -68,9 +68,18 @@ int StringIndex::find(const char *utf8, int size) const
     return find(QString::fromUtf8(utf8, size));
 }
 
-NameTable::NameTable(const QStringList &names)
+void NameTable::init(const char *const *cells, int rows, int columns, const char *const *columnNames,
+                     const int *helpids)
 {
-    addColumn(QVector<QString>(names.begin(), names.end()), QStringLiteral("Name"));
+    for (int c = 0; c < columns; ++c) {
+        QVector<QString> texts;
+        texts.reserve(rows);
+        for (int r = 0; r < rows; ++r)
+            texts.append(QString::fromUtf8(cells[r * columns + c]));
+        addColumn(texts, columnNames ? QString::fromUtf8(columnNames[c]) : QStringLiteral("Name"));
+    }
+    if (helpids)
+        m_helpids = QVector<int>(helpids, helpids + rows);
 }
 
 void NameTable::addColumn(const QVector<QString> &cells, const QString &name)

@@ -10,7 +10,7 @@
 #include <QtCore/QStringView>
 #include <QtCore/QVector>
 
-#include <initializer_list>
+#include <type_traits>
 
 namespace HALVANE {
 namespace frame {
@@ -32,44 +32,34 @@ private:
 };
 
 /*! One name table: rows of text columns and, where the table has one, a
-    Helpid column. Row order is the value of the enumerated field. */
-/*! A text column of a row structure, for NameTable::fromRows. */
-template <class Row>
-struct RowColumn {
-    const char *name;
-    QString Row::*member;
-};
-
-#define HALVANE_COLUMN(Row, Member) (::HALVANE::frame::RowColumn<Row>{#Member, &Row::Member})
-
+    Helpid column. Row order is the value of the enumerated field, a signed
+    8-bit index, so a table has at most kMaxRows rows; the constructors
+    refuse a longer one at compile time. */
 class NameTable
 {
 public:
-    /*! A one-column table. */
-    explicit NameTable(const QStringList &names);
-    /*! A table of row structures; \a columns are HALVANE_COLUMN(Row, Member)
-        in column order, Name first. */
-    template <class Row, class... Columns>
-    static NameTable fromRows(const QList<Row> &rows, Columns... columns)
+    static constexpr int kMaxRows = 128;
+
+    /*! A one-column table: the Name of each row. */
+    template <int R>
+    explicit NameTable(const char *const (&names)[R])
     {
-        NameTable t;
-        for (const auto &column : {columns...}) {
-            QVector<QString> cells;
-            cells.reserve(rows.size());
-            for (const Row &row : rows)
-                cells.append(row.*(column.member));
-            t.addColumn(cells, QString::fromLatin1(column.name));
-        }
-        return t;
+        static_assert(R <= kMaxRows, "a name table has at most 128 rows: its index is a signed byte");
+        init(&names[0], R, 1, nullptr, nullptr);
     }
-    /*! The table with the Helpid column of \a rows added. */
-    template <class Row>
-    NameTable withHelpids(const QList<Row> &rows, int Row::*helpid) const
+    /*! A table of several text columns, named by \a columns, Name first. */
+    template <int R, int C>
+    NameTable(const char *const (&rows)[R][C], const char *const (&columns)[C])
     {
-        NameTable t = *this;
-        for (const Row &row : rows)
-            t.m_helpids.append(row.*helpid);
-        return t;
+        static_assert(R <= kMaxRows, "a name table has at most 128 rows: its index is a signed byte");
+        init(&rows[0][0], R, C, columns, nullptr);
+    }
+    /*! As above, with a Helpid column after the text columns. */
+    template <int R, int C>
+    NameTable(const char *const (&rows)[R][C], const char *const (&columns)[C], const int (&helpids)[R])
+    {
+        static_assert(R <= kMaxRows, "a name table has at most 128 rows: its index is a signed byte");
+        init(&rows[0][0], R, C, columns, helpids);
     }
 
     int columnCount() const { return int(m_columns.size()); }
@@ -89,7 +79,7 @@ public:
     const QStringList &names() const { return m_names; }
 
 private:
-    NameTable() = default;
+    void init(const char *const *cells, int rows, int columns, const char *const *columnNames, const int *helpids);
     void addColumn(const QVector<QString> &cells, const QString &name);
 
     struct Column {
@@ -102,6 +92,30 @@ private:
     QStringList m_names;
     int m_size = 0;
 };
+
+/*! The rows of \a table as the row structure of its class, for GetFoos():
+    \a members are the structure's members in column order, QString members
+    for text columns and an int member for Helpid. */
+template <class Row, class... Members>
+QList<Row> rowsOf(const NameTable &table, Members... members)
+{
+    QList<Row> rows;
+    rows.reserve(table.size());
+    for (int r = 0; r < table.size(); ++r) {
+        Row row{};
+        int column = 0;
+        auto fill = [&](auto member) {
+            using Value = std::remove_reference_t<decltype(row.*member)>;
+            if constexpr (std::is_same<Value, int>::value)
+                row.*member = table.helpid(r);
+            else
+                row.*member = table.text(column++, r);
+        };
+        (fill(members), ...);
+        rows.append(row);
+    }
+    return rows;
+}
 
 } // namespace frame
 } // namespace HALVANE

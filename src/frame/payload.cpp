@@ -297,7 +297,7 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
 } // namespace
 
 ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef *defs, int count,
-                                 const Hooks *hooks_, const quint8 *order)
+                                 const Hooks *hooks_, const quint16 *order)
     : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_)
 {
     fields.reserve(count);
@@ -311,7 +311,7 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
         f.elementName = QString::fromLatin1(f.element);
         f.initString = f.initText ? QString::fromUtf8(f.initText) : QString();
         f.memberName = memberNameOf(f.name);
-        f.bit = quint8(i);
+        f.bit = quint16(i);
         f.offset = 0;
         hasChildren = hasChildren || isChild(f.kind);
         hasRequired = hasRequired || f.required();
@@ -322,7 +322,7 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
     elements.build(elementNames);
 
     // Values by falling alignment, so that the payload has no holes.
-    wordCount = quint8(std::max(1, (count + 31) / 32));
+    wordCount = quint16(std::max(1, (count + 31) / 32));
     int offset = Payload::kWordsOffset + 4 * wordCount;
     for (int align : {8, 4, 2, 1}) {
         for (Field &f : fields) {
@@ -340,9 +340,9 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
     payloadSize = quint16((offset + 7) / 8 * 8);
 
     for (int i = 0; i < count; ++i)
-        taggedOrder.append(order ? order[i] : quint8(i));
+        taggedOrder.append(order ? order[i] : quint16(i));
 
-    QVector<QPair<quint32, quint8>> tags;
+    QVector<QPair<quint32, quint16>> tags;
     for (const Field &f : fields)
         tags.append(qMakePair(f.tag, f.bit));
     std::sort(tags.begin(), tags.end());

@@ -12,9 +12,11 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QVarLengthArray>
 #include <QtCore/QLocale>
 #include <QtCore/QTimeZone>
 
+#include <algorithm>
 #include <cstring>
 
 namespace HALVANE {
@@ -294,10 +296,10 @@ void writeObject(const Obj &o, Out &out)
 {
     Payload *p = initData(o);
     const int n = presenceBytes(*o.desc);
-    char bytes[8];
+    QVarLengthArray<char, 16> bytes(n);
     for (int i = 0; i < n; ++i)
         bytes[i] = char(p->words()[i / 4] >> (8 * (i % 4)));
-    out.bytes(bytes, n);
+    out.bytes(bytes.data(), n);
     for (const Field &f : o.desc->fields) {
         void *at = p->at(f);
         const bool set = p->bit(f.bit);
@@ -574,8 +576,9 @@ void readObject(const Obj &o, In &in)
 {
     Payload *p = initData(o);
     const int n = presenceBytes(*o.desc);
-    char bytes[8] = {};
-    in.bytes(bytes, n);
+    QVarLengthArray<char, 16> bytes(n);
+    std::fill(bytes.begin(), bytes.end(), char(0));
+    in.bytes(bytes.data(), n);
     for (int w = 0; w < o.desc->wordCount; ++w) {
         quint32 word = 0;
         for (int i = 0; i < 4 && 4 * w + i < n; ++i)

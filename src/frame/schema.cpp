@@ -132,7 +132,7 @@ const Registry &registry()
                     field.table = tableOf(*f.table);
                 c->fields.append(field);
             }
-            for (quint8 i : desc.taggedOrder)
+            for (quint16 i : desc.taggedOrder)
                 c->taggedOrder.append(i);
             r.owned.push_back(std::move(c));
         }

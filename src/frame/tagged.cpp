@@ -220,7 +220,7 @@ bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked
     if (writeTag)
         sink.i32(tag);
     const int objectLength = sink.open();
-    for (quint8 index : o.desc->taggedOrder) {
+    for (quint16 index : o.desc->taggedOrder) {
         const Field &f = o.desc->fields[index];
         void *at = p->at(f);
         const bool set = p->bit(f.bit);

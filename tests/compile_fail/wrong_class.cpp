@@ -1,0 +1,19 @@
+// A nested accessor whose row names another class.
+#include "administration/sensormetadata.h"
+#include "measurements/rdsresult.h"
+#include "frame/classimpl.h"
+
+namespace HALVANE {
+namespace {
+using namespace frame;
+constexpr FieldDef kFields[] = {
+#ifdef HALVANE_BREAK
+    nestedField("MinMaxStep", 0xC693EC10, Required, &opsOf<RDSResult>),
+#else
+    nestedField("MinMaxStep", 0xC693EC10, Required, &opsOf<MinMaxStep>),
+#endif
+};
+} // namespace
+HALVANE_CLASS_DEFINITION(SensorMetaData, 0xE8DEFD19, kFields, nullptr, nullptr)
+HALVANE_NESTED_ACCESSORS(SensorMetaData, MinMaxStep, MinMaxStep)
+} // namespace HALVANE
