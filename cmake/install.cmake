@@ -16,7 +16,8 @@ foreach(dir base administration measurements settings capabilities antenna)
           FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
 endforeach()
 install(FILES src/frame/dataclass DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame)
-install(FILES src/frame/dataclass.h src/frame/modemanager.h src/frame/schema.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame)
+install(FILES src/frame/dataclass.h src/frame/modemanager.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame)
+install(FILES src/frame/schema/schema.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame/schema)
 
 install(EXPORT HalvaneTargets NAMESPACE Halvane:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Halvane)
 configure_package_config_file(cmake/HalvaneConfig.cmake.in

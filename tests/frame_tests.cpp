@@ -4,7 +4,7 @@
 #include "sample.h"
 #include "support.h"
 
-#include "frame/schema.h"
+#include "frame/schema/schema.h"
 
 #include <QtCore/QHash>
 

@@ -1,7 +1,7 @@
 // The test class's departure from the field rules: a rule across two fields.
 #include "sample.h"
 
-#include "frame/descriptor.h"
+#include "frame/model/descriptor.h"
 
 namespace HALVANE {
 

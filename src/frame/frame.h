@@ -3,7 +3,7 @@
 #ifndef HALVANE_FRAME_FRAME_H
 #define HALVANE_FRAME_FRAME_H
 
-#include "descriptor.h"
+#include "model/descriptor.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 // Name tables that several classes share.
 #include "measurementitem.h"
 
-#include "../frame/nametable.h"
+#include "../frame/text/nametable.h"
 
 namespace HALVANE {
 

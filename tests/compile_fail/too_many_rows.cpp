@@ -1,5 +1,5 @@
 // A name table longer than a signed byte can index.
-#include "frame/nametable.h"
+#include "frame/text/nametable.h"
 
 namespace {
 constexpr const char *kNames[] = {

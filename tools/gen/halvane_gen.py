@@ -696,7 +696,7 @@ def shared_files(path, data):
          "namespace HALVANE {", ""]
     cpp = [HEADER_TOP.format(gen=GENERATOR, src=rel.name).rstrip("\n"),
            "// Name tables that several classes share.",
-           f'#include "{path.stem}.h"', "", f'#include "{frame_include(path, "nametable.h")}"', "",
+           f'#include "{path.stem}.h"', "", f'#include "{frame_include(path, "text/nametable.h")}"', "",
            "namespace HALVANE {", ""]
     for t in tables:
         if t.brief:
@@ -729,7 +729,29 @@ def outputs():
         h, cpp = shared_files(path, data)
         files[path.with_suffix(".h")] = h
         files[path.with_suffix(".cpp")] = cpp
+    files[ROOT / "src" / "halvane.h"] = umbrella(classes)
     return files
+
+
+def umbrella(classes):
+    """src/halvane.h: the base, the frame's public headers and every class of the library."""
+    lines = [HEADER_TOP.format(gen=GENERATOR, src="the descriptions under src/").rstrip("\n"),
+             "// Every class of the Halvane data model.",
+             "#ifndef HALVANE_HALVANE_H", "#define HALVANE_HALVANE_H", "",
+             '#include "base/converters.h"', '#include "base/exceptions.h"', '#include "base/quilletobject.h"', "",
+             '#include "frame/dataclass.h"', '#include "frame/schema/schema.h"']
+    src = ROOT / "src"
+    folders = {}
+    for c in classes:
+        if src in c.path.parents:
+            rel = c.path.with_suffix(".h").relative_to(src)
+            folders.setdefault(rel.parts[0], []).append(rel.as_posix())
+    for folder in ["frame"] + sorted(k for k in folders if k != "frame"):
+        if folder != "frame":
+            lines.append("")
+        lines += [f'#include "{h}"' for h in sorted(folders.get(folder, []))]
+    lines += ["", "#endif"]
+    return "\n".join(lines) + "\n"
 
 
 def main():

@@ -2,7 +2,7 @@
 #ifndef HALVANE_FRAME_TEXT_H
 #define HALVANE_FRAME_TEXT_H
 
-#include "descriptor.h"
+#include "../model/descriptor.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

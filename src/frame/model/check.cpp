@@ -1,6 +1,6 @@
 // Validation (Check, HasData, AnyData) and comparison, field by field.
-#include "frame.h"
-#include "messages.h"
+#include "../frame.h"
+#include "../text/messages.h"
 
 namespace HALVANE {
 namespace frame {

@@ -4,9 +4,9 @@
 #ifndef HALVANE_FRAME_DESCRIPTOR_H
 #define HALVANE_FRAME_DESCRIPTOR_H
 
-#include "nametable.h"
+#include "../text/nametable.h"
 
-#include "../base/quilletobject.h"
+#include "../../base/quilletobject.h"
 
 #include <QtCore/QAtomicInt>
 #include <QtCore/QDateTime>

@@ -5,7 +5,7 @@
 #ifndef HALVANE_FRAME_SCHEMA_H
 #define HALVANE_FRAME_SCHEMA_H
 
-#include "../base/quilletobject.h"
+#include "../../base/quilletobject.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

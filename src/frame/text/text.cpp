@@ -2,10 +2,10 @@
 // decimal integers, table names for enumerated values.
 #include "text.h"
 
-#include "frame.h"
+#include "../frame.h"
 #include "messages.h"
 
-#include "../base/converters.h"
+#include "../../base/converters.h"
 
 #include <charconv>
 

@@ -1,7 +1,7 @@
 // The class registry and the read-only view of the field tables.
 #include "schema.h"
 
-#include "frame.h"
+#include "../frame.h"
 
 #include <QtCore/QSet>
 #include <QtCore/QTextStream>

@@ -1,7 +1,7 @@
 // XML form: one element per object, one child element per field.
-#include "frame.h"
-#include "messages.h"
-#include "text.h"
+#include "../frame.h"
+#include "../text/messages.h"
+#include "../text/text.h"
 
 #include <QtCore/QVarLengthArray>
 #include <QtCore/QXmlStreamReader>

@@ -1,7 +1,7 @@
 // Message catalogue of the frame.
 #include "messages.h"
 
-#include "../base/exceptions.h"
+#include "../../base/exceptions.h"
 
 namespace HALVANE {
 namespace frame {

@@ -2,12 +2,12 @@
 // encoded into one buffer (lengths are stores into it) and handed to the
 // stream at once; it is read with one read of its length and decoded from
 // memory, every length checked against the bytes that remain.
-#include "frame.h"
+#include "../frame.h"
 #include "words.h"
-#include "messages.h"
-#include "text.h"
+#include "../text/messages.h"
+#include "../text/text.h"
 
-#include "../base/converters.h"
+#include "../../base/converters.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>

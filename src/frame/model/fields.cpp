@@ -1,6 +1,6 @@
 // Field accessors: presence bits, getters, setters with their tests, appends.
-#include "frame.h"
-#include "messages.h"
+#include "../frame.h"
+#include "../text/messages.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QObject>

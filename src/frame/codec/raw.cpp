@@ -7,7 +7,7 @@
 // of a QBuffer; any value this code does not handle itself (a date-time with
 // an offset or a zone, an out-of-range date) goes through the stream's own
 // operator on that memory. Other streams use the operators throughout.
-#include "frame.h"
+#include "../frame.h"
 #include "words.h"
 
 #include <QtCore/QBuffer>

@@ -1,7 +1,7 @@
 // Payload layout and lifetime: creating, copying (detaching), resetting and
 // destroying the values of a class's fields, and pushing the validation flag
 // and logger down into nested objects and list items.
-#include "frame.h"
+#include "../frame.h"
 
 #include <QtCore/QDateTime>
 
