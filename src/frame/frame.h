@@ -4,6 +4,7 @@
 #define HALVANE_FRAME_FRAME_H
 
 #include "model/descriptor.h"
+#include "model/kinds.h"
 
 #include <memory>
 
@@ -13,25 +14,6 @@ class QXmlStreamWriter;
 
 namespace HALVANE {
 namespace frame {
-
-// Bytes of a value that is copied as it lies (bools, enums, numbers); 0 for
-// the kinds that have constructors.
-inline int plainWidth(Kind kind)
-{
-    switch (kind) {
-    case Kind::Bool:
-    case Kind::Enum:
-        return 1;
-    case Kind::Int:
-    case Kind::Float:
-        return 4;
-    case Kind::Int64:
-    case Kind::Double:
-        return 8;
-    default:
-        return 0;
-    }
-}
 
 // Payload lifetime (payload.cpp).
 void retain(Payload *p);

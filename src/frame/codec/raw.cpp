@@ -286,7 +286,15 @@ void writeList(const Field &f, void *list, bool set, Out &out)
             out.value(item);
         break;
     }
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::Nested:
         break;
     }
 }
@@ -565,7 +573,15 @@ void readList(const Obj &o, int index, In &in)
             append(o, index, &item);
             break;
         }
-        default:
+        case Kind::Bool:
+        case Kind::Int:
+        case Kind::Int64:
+        case Kind::Double:
+        case Kind::Float:
+        case Kind::String:
+        case Kind::DateTime:
+        case Kind::Enum:
+        case Kind::Nested:
             return;
         }
     }

@@ -191,7 +191,15 @@ bool sameList(const Field &f, const void *a, const void *b)
             if (static_cast<const QVector<qint8> *>(a)->at(i) != static_cast<const QVector<qint8> *>(b)->at(i))
                 return false;
             break;
-        default:
+        case Kind::Bool:
+        case Kind::Int:
+        case Kind::Int64:
+        case Kind::Double:
+        case Kind::Float:
+        case Kind::String:
+        case Kind::DateTime:
+        case Kind::Enum:
+        case Kind::Nested:
             break;
         }
     }

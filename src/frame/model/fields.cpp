@@ -12,11 +12,6 @@ namespace frame {
 
 namespace {
 
-bool isChild(Kind kind)
-{
-    return kind == Kind::Nested || kind == Kind::ObjectList;
-}
-
 bool inRange(const Field &f, double value)
 {
     return !(f.flags & HasRange) || (value >= f.lo && value <= f.hi);
@@ -60,36 +55,6 @@ void testValue(const Obj &o, const Field &f, const void *value)
     }
 }
 
-void storeValue(const Field &f, void *at, const void *value)
-{
-    if (const int width = plainWidth(f.kind)) {
-        std::memcpy(at, value, size_t(width));
-        return;
-    }
-    switch (f.kind) {
-    case Kind::String:
-        *static_cast<QString *>(at) = *static_cast<const QString *>(value);
-        break;
-    case Kind::DateTime:
-        *static_cast<QDateTime *>(at) = *static_cast<const QDateTime *>(value);
-        break;
-    case Kind::Nested:
-        f.itemOps->assign(at, value);
-        break;
-    case Kind::ObjectList:
-        f.itemOps->listAssign(at, value);
-        break;
-    case Kind::StringList:
-        *static_cast<QVector<QString> *>(at) = *static_cast<const QVector<QString> *>(value);
-        break;
-    case Kind::EnumList:
-        *static_cast<QVector<qint8> *>(at) = *static_cast<const QVector<qint8> *>(value);
-        break;
-    default:
-        break;
-    }
-}
-
 } // namespace
 
 bool isSet(const Obj &o, int field)
@@ -105,50 +70,8 @@ void resetField(const Obj &o, int field)
         return;
     const Field &f = o.desc->fields[field];
     p->clearBit(f.bit);
-    void *at = p->at(f);
-    switch (f.kind) {
-    case Kind::Nested: {
-        alignas(QUILLET::IQuilletObject) char fresh[kObjectSize];
-        f.itemOps->construct(fresh);
-        f.itemOps->assign(at, fresh);
-        f.itemOps->destroy(fresh);
-        break;
-    }
-    case Kind::ObjectList:
-        f.itemOps->listClear(at);
-        break;
-    case Kind::StringList:
-        static_cast<QVector<QString> *>(at)->clear();
-        break;
-    case Kind::EnumList:
-        static_cast<QVector<qint8> *>(at)->clear();
-        break;
-    case Kind::String:
-        *static_cast<QString *>(at) = f.initString;
-        break;
-    case Kind::DateTime:
-        *static_cast<QDateTime *>(at) = QDateTime();
-        break;
-    case Kind::Bool:
-        *static_cast<bool *>(at) = f.initInt != 0;
-        break;
-    case Kind::Int:
-        *static_cast<qint32 *>(at) = qint32(f.initInt);
-        break;
-    case Kind::Int64:
-        *static_cast<qint64 *>(at) = f.initInt;
-        break;
-    case Kind::Double:
-        *static_cast<double *>(at) = f.initReal;
-        break;
-    case Kind::Float:
-        *static_cast<float *>(at) = float(f.initReal);
-        break;
-    case Kind::Enum:
-        *static_cast<qint8 *>(at) = qint8(f.initInt);
-        break;
-    }
-    if (isChild(f.kind))
+    traits(f.kind).reset(f, p->at(f));
+    if (traits(f.kind).child)
         markChildrenDirty(p, *o.desc);
 }
 
@@ -158,7 +81,7 @@ void *valueOf(const Obj &o, int field)
     const Field &f = o.desc->fields[field];
     // A const reference to a nested object still lets a caller change its
     // flag or logger, so the next prologue pushes them again.
-    if (isChild(f.kind))
+    if (traits(f.kind).child)
         markChildrenDirty(p, *o.desc);
     return p->at(f);
 }
@@ -168,7 +91,7 @@ void *mutableValueOf(const Obj &o, int field)
     Payload *p = initData(o);
     const Field &f = o.desc->fields[field];
     p->setBit(f.bit);
-    if (isChild(f.kind))
+    if (traits(f.kind).child)
         markChildrenDirty(p, *o.desc);
     return p->at(f);
 }
@@ -179,9 +102,9 @@ void setValue(const Obj &o, int field, const void *value)
     const Field &f = o.desc->fields[field];
     if (o.self->GetValidate())
         testValue(o, f, value);
-    storeValue(f, p->at(f), value);
+    traits(f.kind).assign(f, p->at(f), value);
     p->setBit(f.bit);
-    if (isChild(f.kind))
+    if (traits(f.kind).child)
         markChildrenDirty(p, *o.desc);
 }
 
@@ -217,7 +140,15 @@ void append(const Obj &o, int field, const void *item, bool movable)
     case Kind::EnumList:
         static_cast<QVector<qint8> *>(list)->append(*static_cast<const qint8 *>(item));
         break;
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::Nested:
         break;
     }
     p->setBit(f.bit);
@@ -257,9 +188,19 @@ bool isValidItem(const Field &f, const void *item)
         return !static_cast<const QString *>(item)->isNull();
     case Kind::EnumList:
         return f.table->isValid(*static_cast<const qint8 *>(item));
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::Nested:
+    case Kind::ObjectList:
         return true; // data class items
     }
+    return true; // not a kind
 }
 
 bool isValidList(const Field &f, const void *list)
@@ -277,23 +218,24 @@ bool isValidList(const Field &f, const void *list)
                 return false;
         }
         return true;
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::Nested:
+    case Kind::ObjectList:
         return true;
     }
+    return true; // not a kind
 }
 
 int listSize(const Field &f, const void *list)
 {
-    switch (f.kind) {
-    case Kind::ObjectList:
-        return f.itemOps->listSize(list);
-    case Kind::StringList:
-        return int(static_cast<const QVector<QString> *>(list)->size());
-    case Kind::EnumList:
-        return int(static_cast<const QVector<qint8> *>(list)->size());
-    default:
-        return 0;
-    }
+    return traits(f.kind).count(f, list);
 }
 
 QString enumAsString(const Obj &o, int field)

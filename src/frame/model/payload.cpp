@@ -19,147 +19,13 @@ namespace {
 // the same again can be skipped.
 enum PushState : quint8 { FlagClean = 0x01, FlagValue = 0x02, LoggerClean = 0x04 };
 
-struct SlotShape {
-    int size;
-    int align;
-};
-
-SlotShape shapeOf(Kind kind)
-{
-    if (const int width = plainWidth(kind))
-        return {width, width};
-    switch (kind) {
-    case Kind::String:
-        return {int(sizeof(QString)), int(alignof(QString))};
-    case Kind::DateTime:
-        return {int(sizeof(QDateTime)), int(alignof(QDateTime))};
-    case Kind::Nested:
-        return {kObjectSize, int(alignof(QUILLET::IQuilletObject))};
-    case Kind::ObjectList:
-    case Kind::StringList:
-    case Kind::EnumList:
-        return {int(sizeof(QVector<QString>)), int(alignof(QVector<QString>))};
-    default:
-        break;
-    }
-    return {8, 8};
-}
-
-bool isChild(Kind kind)
-{
-    return kind == Kind::Nested || kind == Kind::ObjectList;
-}
-
+// "m_" and the field's name with its first letter in lower case, as messages name a member.
 QString memberNameOf(const char *name)
 {
     QString member = QString::fromLatin1(name);
     if (!member.isEmpty())
         member[0] = member[0].toLower();
     return QStringLiteral("m_") + member;
-}
-
-// Writes the initial value of a field into raw storage.
-void constructValue(const Field &f, void *at)
-{
-    switch (f.kind) {
-    case Kind::Bool:
-        new (at) bool(f.initInt != 0);
-        break;
-    case Kind::Int:
-        new (at) qint32(qint32(f.initInt));
-        break;
-    case Kind::Int64:
-        new (at) qint64(f.initInt);
-        break;
-    case Kind::Double:
-        new (at) double(f.initReal);
-        break;
-    case Kind::Float:
-        new (at) float(float(f.initReal));
-        break;
-    case Kind::String:
-        new (at) QString(f.initString);
-        break;
-    case Kind::DateTime:
-        new (at) QDateTime();
-        break;
-    case Kind::Enum:
-        new (at) qint8(qint8(f.initInt));
-        break;
-    case Kind::Nested:
-        f.itemOps->construct(at);
-        break;
-    case Kind::ObjectList:
-        f.itemOps->listConstruct(at);
-        break;
-    case Kind::StringList:
-        new (at) QVector<QString>();
-        break;
-    case Kind::EnumList:
-        new (at) QVector<qint8>();
-        break;
-    }
-}
-
-void copyValue(const Field &f, void *at, const void *from)
-{
-    if (const int width = plainWidth(f.kind)) {
-        std::memcpy(at, from, size_t(width));
-        return;
-    }
-    switch (f.kind) {
-    case Kind::String:
-        new (at) QString(*static_cast<const QString *>(from));
-        break;
-    case Kind::DateTime:
-        new (at) QDateTime(*static_cast<const QDateTime *>(from));
-        break;
-    case Kind::Nested:
-        f.itemOps->copy(at, from);
-        break;
-    case Kind::ObjectList:
-        f.itemOps->listCopy(at, from);
-        break;
-    case Kind::StringList:
-        new (at) QVector<QString>(*static_cast<const QVector<QString> *>(from));
-        break;
-    case Kind::EnumList:
-        new (at) QVector<qint8>(*static_cast<const QVector<qint8> *>(from));
-        break;
-    default:
-        break;
-    }
-}
-
-void destroyValue(const Field &f, void *at)
-{
-    switch (f.kind) {
-    case Kind::Bool:
-    case Kind::Int:
-    case Kind::Int64:
-    case Kind::Double:
-    case Kind::Float:
-    case Kind::Enum:
-        break;
-    case Kind::String:
-        static_cast<QString *>(at)->~QString();
-        break;
-    case Kind::DateTime:
-        static_cast<QDateTime *>(at)->~QDateTime();
-        break;
-    case Kind::Nested:
-        f.itemOps->destroy(at);
-        break;
-    case Kind::ObjectList:
-        f.itemOps->listDestroy(at);
-        break;
-    case Kind::StringList:
-        static_cast<QVector<QString> *>(at)->~QVector<QString>();
-        break;
-    case Kind::EnumList:
-        static_cast<QVector<qint8> *>(at)->~QVector<qint8>();
-        break;
-    }
 }
 
 // Payload memory. Payloads come and go in bursts (a list read, a list freed)
@@ -266,7 +132,7 @@ Payload *createPayload(const ClassDescriptor &desc)
     if (desc.hasChildren)
         p->state(desc) = 0;
     for (const Field &f : desc.fields)
-        constructValue(f, p->at(f));
+        traits(f.kind).construct(f, p->at(f));
     return p;
 }
 
@@ -282,14 +148,14 @@ Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
     if (desc.hasChildren)
         p->state(desc) = quint8(from->state(desc) & LoggerClean);
     for (const Field &f : desc.fields)
-        copyValue(f, p->at(f), from->at(f));
+        traits(f.kind).copy(f, p->at(f), from->at(f));
     return p;
 }
 
 void destroyPayload(const ClassDescriptor &desc, Payload *p)
 {
     for (const Field &f : desc.fields)
-        destroyValue(f, p->at(f));
+        traits(f.kind).destroy(f, p->at(f));
     p->ref.~QAtomicInt();
     freePayload(p, desc.payloadSize);
 }
@@ -313,7 +179,7 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
         f.memberName = memberNameOf(f.name);
         f.bit = quint16(i);
         f.offset = 0;
-        hasChildren = hasChildren || isChild(f.kind);
+        hasChildren = hasChildren || traits(f.kind).child;
         hasRequired = hasRequired || f.required();
         fields.append(f);
         // Attributes are found among the children only where they may be elements too.
@@ -326,12 +192,12 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
     int offset = Payload::kWordsOffset + 4 * wordCount;
     for (int align : {8, 4, 2, 1}) {
         for (Field &f : fields) {
-            const SlotShape shape = shapeOf(f.kind);
-            if (shape.align != align)
+            const KindTraits &t = traits(f.kind);
+            if (t.align != align)
                 continue;
             offset = (offset + align - 1) / align * align;
             f.offset = quint16(offset);
-            offset += shape.size;
+            offset += t.size;
         }
     }
     stateOffset = quint16(offset);
@@ -410,27 +276,8 @@ void constNoClearReset(const Obj &o)
     Payload *p = access(o);
     if (!p)
         return;
-    for (const Field &f : o.desc->fields) {
-        void *at = p->at(f);
-        switch (f.kind) {
-        case Kind::Nested: {
-            // Assigning a fresh object leaves the nested one without a payload
-            // and with its own flag and logger.
-            alignas(QUILLET::IQuilletObject) char fresh[kObjectSize];
-            f.itemOps->construct(fresh);
-            f.itemOps->assign(at, fresh);
-            f.itemOps->destroy(fresh);
-            break;
-        }
-        case Kind::ObjectList:
-            f.itemOps->listClear(at);
-            break;
-        default:
-            destroyValue(f, at);
-            constructValue(f, at);
-            break;
-        }
-    }
+    for (const Field &f : o.desc->fields)
+        traits(f.kind).reset(f, p->at(f));
 }
 
 void reset(const Obj &o)

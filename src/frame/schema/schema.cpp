@@ -69,9 +69,14 @@ QString initialText(const frame::Field &f)
         return f.initString;
     case frame::Kind::Enum:
         return f.table ? f.table->text(0, int(f.initInt)) : QString();
-    default:
+    case frame::Kind::DateTime:
+    case frame::Kind::Nested:
+    case frame::Kind::ObjectList:
+    case frame::Kind::StringList:
+    case frame::Kind::EnumList:
         return QString();
     }
+    return QString(); // not a kind
 }
 
 Table tableOf(const frame::NameTable &t)
@@ -306,7 +311,14 @@ void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
             for (int i = 0; i < 2; ++i)
                 w.writeTextElement(f.element, sampleText(f, i));
             break;
-        default:
+        case Kind::Bool:
+        case Kind::Int:
+        case Kind::Int64:
+        case Kind::Double:
+        case Kind::Float:
+        case Kind::String:
+        case Kind::DateTime:
+        case Kind::Enum:
             w.writeTextElement(f.element, sampleText(f, 0));
             break;
         }

@@ -47,9 +47,19 @@ QByteArray valueUtf8(const Field &f, const void *value)
         return QByteArray::number(*static_cast<const double *>(value), 'f', 2);
     case Kind::Float:
         return QByteArray::number(double(*static_cast<const float *>(value)), 'f', 2);
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Enum:
+    case Kind::Nested:
+    case Kind::ObjectList:
+    case Kind::StringList:
+    case Kind::EnumList:
         return valueText(f, value).toUtf8();
     }
+    return QByteArray(); // not a kind
 }
 
 void numberFromText(const Field &f, QStringView text, ScalarValue &out)
@@ -71,7 +81,12 @@ void numberFromText(const Field &f, QStringView text, ScalarValue &out)
     case Kind::EnumList:
         out.e = f.table->find(0, text);
         break;
-    default:
+    case Kind::Bool:
+    case Kind::String:
+    case Kind::DateTime:
+    case Kind::Nested:
+    case Kind::ObjectList:
+    case Kind::StringList:
         out.l = 0;
         break;
     }
@@ -204,7 +219,14 @@ void setFromUtf8(const Obj &o, int field, const char *utf8, int size)
             return;
         }
         break;
-    default:
+    case Kind::Bool:
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Float:
+    case Kind::String:
+    case Kind::Nested:
+    case Kind::ObjectList:
+    case Kind::StringList:
         break;
     }
     // The decoded text, read as the XML reader reads it.
