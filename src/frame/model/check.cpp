@@ -140,70 +140,16 @@ namespace {
 
 bool sameValue(const Field &f, const void *a, const void *b)
 {
-    switch (f.kind) {
-    case Kind::Bool:
-        return *static_cast<const bool *>(a) == *static_cast<const bool *>(b);
-    case Kind::Enum:
-        return *static_cast<const qint8 *>(a) == *static_cast<const qint8 *>(b);
-    case Kind::Int:
-        return *static_cast<const qint32 *>(a) == *static_cast<const qint32 *>(b);
-    case Kind::Int64:
-        return *static_cast<const qint64 *>(a) == *static_cast<const qint64 *>(b);
-    case Kind::Double:
-        return *static_cast<const double *>(a) == *static_cast<const double *>(b);
-    case Kind::Float:
-        return *static_cast<const float *>(a) == *static_cast<const float *>(b);
-    case Kind::String:
-        return *static_cast<const QString *>(a) == *static_cast<const QString *>(b);
-    case Kind::DateTime:
-        return *static_cast<const QDateTime *>(a) == *static_cast<const QDateTime *>(b);
-    case Kind::Nested:
-        return equals(objectAt(f.itemOps, const_cast<void *>(a)), objectAt(f.itemOps, const_cast<void *>(b)));
-    case Kind::ObjectList:
-    case Kind::StringList:
-    case Kind::EnumList:
-        break;
-    }
-    return false;
+    return traits(f.kind).same(f, a, b);
 }
 
 // Lists: the left side counts whatever its bit, the right side only when its
 // bit is on; a missing list (no payload) is empty.
 bool sameList(const Field &f, const void *a, const void *b)
 {
-    const int n = a ? listSize(f, a) : 0;
-    if (n != (b ? listSize(f, b) : 0))
-        return false;
-    for (int i = 0; i < n; ++i) {
-        switch (f.kind) {
-        case Kind::ObjectList: {
-            void *x = const_cast<void *>(f.itemOps->listAtConst(a, i));
-            void *y = const_cast<void *>(f.itemOps->listAtConst(b, i));
-            if (!equals(objectAt(f.itemOps, x), objectAt(f.itemOps, y)))
-                return false;
-            break;
-        }
-        case Kind::StringList:
-            if (static_cast<const QVector<QString> *>(a)->at(i) != static_cast<const QVector<QString> *>(b)->at(i))
-                return false;
-            break;
-        case Kind::EnumList:
-            if (static_cast<const QVector<qint8> *>(a)->at(i) != static_cast<const QVector<qint8> *>(b)->at(i))
-                return false;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::String:
-        case Kind::DateTime:
-        case Kind::Enum:
-        case Kind::Nested:
-            break;
-        }
-    }
-    return true;
+    if (a && b)
+        return traits(f.kind).same(f, a, b);
+    return (a ? listSize(f, a) : 0) == (b ? listSize(f, b) : 0);
 }
 
 } // namespace

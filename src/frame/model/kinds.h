@@ -30,6 +30,11 @@ struct KindTraits {
     void (*reset)(const Field &f, void *at);
     /*! Number of items of a list; 0 for the other kinds. */
     int (*count)(const Field &f, const void *at);
+    /*! Two values are the same: numbers by ==, so that a NaN differs from
+        itself; nested objects and list items by their class's ==. */
+    bool (*same)(const Field &f, const void *a, const void *b);
+    /*! A number's value as a double, for its range; null for other kinds. */
+    double (*number)(const void *at);
 };
 
 constexpr int kKindCount = int(Kind::EnumList) + 1;
