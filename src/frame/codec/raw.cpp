@@ -263,8 +263,8 @@ void writeValue(const Field &f, void *at, Out &out)
 template <class Out>
 void writeList(const Field &f, void *list, bool set, Out &out)
 {
-    switch (f.kind) {
-    case Kind::ObjectList: {
+    switch (traits(f.kind).items) {
+    case Items::Objects: {
         const int n = f.itemOps->listSize(list);
         out.value(qint32(n));
         if (set || !f.required()) {
@@ -273,29 +273,21 @@ void writeList(const Field &f, void *list, bool set, Out &out)
         }
         break;
     }
-    case Kind::StringList: {
+    case Items::Strings: {
         const auto &items = *static_cast<const QVector<QString> *>(list);
         out.value(qint32(items.size()));
         for (const QString &item : items)
             out.value(item);
         break;
     }
-    case Kind::EnumList: {
+    case Items::Enums: {
         const auto &items = *static_cast<const QVector<qint8> *>(list);
         out.value(qint32(items.size()));
         for (qint8 item : items)
             out.value(item);
         break;
     }
-    case Kind::Bool:
-    case Kind::Int:
-    case Kind::Int64:
-    case Kind::Double:
-    case Kind::Float:
-    case Kind::String:
-    case Kind::DateTime:
-    case Kind::Enum:
-    case Kind::Nested:
+    case Items::None:
         break;
     }
 }

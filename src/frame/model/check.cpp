@@ -58,6 +58,25 @@ void check(const Obj &o, bool recursive)
         o.desc->hooks->checkExtra(*o.self, recursive);
 }
 
+namespace {
+
+// Whether a field holds data: a string by its value, a nested object by
+// \a nested (its HasData or AnyData), a list by its items, the rest by its bit.
+template <class Nested>
+bool holds(Payload *p, const Field &f, Nested nested)
+{
+    void *at = p->at(f);
+    if (traits(f.kind).list)
+        return listSize(f, at) != 0;
+    if (f.kind == Kind::String)
+        return !static_cast<const QString *>(at)->isNull();
+    if (f.kind == Kind::Nested)
+        return nested(objectAt(f.itemOps, at));
+    return p->bit(f.bit);
+}
+
+} // namespace
+
 bool hasData(const Obj &o)
 {
     if (!o.desc->hasRequired)
@@ -66,35 +85,8 @@ bool hasData(const Obj &o)
     if (!p)
         return false;
     for (const Field &f : o.desc->fields) {
-        if (!f.required())
-            continue;
-        void *at = p->at(f);
-        switch (f.kind) {
-        case Kind::String:
-            if (static_cast<const QString *>(at)->isNull())
-                return false;
-            break;
-        case Kind::Nested:
-            if (!f.itemOps->base(at)->HasData())
-                return false;
-            break;
-        case Kind::ObjectList:
-        case Kind::StringList:
-        case Kind::EnumList:
-            if (listSize(f, at) == 0)
-                return false;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::DateTime:
-        case Kind::Enum:
-            if (!p->bit(f.bit))
-                return false;
-            break;
-        }
+        if (f.required() && !holds(p, f, [](const Obj &child) { return child.self->HasData(); }))
+            return false;
     }
     return true;
 }
@@ -105,33 +97,8 @@ bool anyData(const Obj &o)
     if (!p)
         return false;
     for (const Field &f : o.desc->fields) {
-        void *at = p->at(f);
-        switch (f.kind) {
-        case Kind::String:
-            if (!static_cast<const QString *>(at)->isNull())
-                return true;
-            break;
-        case Kind::Nested:
-            if (anyData(objectAt(f.itemOps, at)))
-                return true;
-            break;
-        case Kind::ObjectList:
-        case Kind::StringList:
-        case Kind::EnumList:
-            if (listSize(f, at) != 0)
-                return true;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::DateTime:
-        case Kind::Enum:
-            if (p->bit(f.bit))
-                return true;
-            break;
-        }
+        if (holds(p, f, [](const Obj &child) { return anyData(child); }))
+            return true;
     }
     return false;
 }

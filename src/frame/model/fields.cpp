@@ -99,8 +99,8 @@ void append(const Obj &o, int field, const void *item, bool movable)
         if (!good)
             messages::appendRefused(o.self->GetObjectName(), QString::fromLatin1(f.name));
     }
-    switch (f.kind) {
-    case Kind::ObjectList: {
+    switch (traits(f.kind).items) {
+    case Items::Objects: {
         if (movable)
             f.itemOps->listAppendMove(list, const_cast<void *>(item));
         else
@@ -109,21 +109,13 @@ void append(const Obj &o, int field, const void *item, bool movable)
         childChanged(o, p, objectAt(f.itemOps, f.itemOps->listAt(list, last)));
         break;
     }
-    case Kind::StringList:
+    case Items::Strings:
         static_cast<QVector<QString> *>(list)->append(*static_cast<const QString *>(item));
         break;
-    case Kind::EnumList:
+    case Items::Enums:
         static_cast<QVector<qint8> *>(list)->append(*static_cast<const qint8 *>(item));
         break;
-    case Kind::Bool:
-    case Kind::Int:
-    case Kind::Int64:
-    case Kind::Double:
-    case Kind::Float:
-    case Kind::String:
-    case Kind::DateTime:
-    case Kind::Enum:
-    case Kind::Nested:
+    case Items::None:
         break;
     }
     p->setBit(f.bit);

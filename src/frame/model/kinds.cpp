@@ -101,10 +101,11 @@ struct ObjectList {
 };
 
 template <class Ops, class T>
-constexpr KindTraits row(const char *name, bool list, bool child, bool text, double (*number)(const void *) = nullptr)
+constexpr KindTraits row(const char *name, Items items, bool text, double (*number)(const void *) = nullptr)
 {
     return KindTraits{name, quint8(sizeof(T)), quint8(alignof(T)),
-                      quint8(std::is_trivially_copyable<T>::value ? sizeof(T) : 0), list, child, text,
+                      quint8(std::is_trivially_copyable<T>::value ? sizeof(T) : 0), items != Items::None, items,
+                      false, text,
                       &Ops::construct, &Ops::copy, &Ops::destroy, &Ops::assign, &Ops::reset, &Ops::count,
                       &Ops::same, number};
 }
@@ -118,22 +119,22 @@ struct ObjectSlot {
 
 constexpr KindTraits kKindTraits[kKindCount] = {
     // In the order of Kind.
-    row<Plain<bool>, bool>("bool", false, false, false),
-    row<Plain<qint32>, qint32>("int", false, false, false, &Plain<qint32>::number),
-    row<Plain<qint64>, qint64>("int64", false, false, false, &Plain<qint64>::number),
-    row<Plain<double>, double>("double", false, false, true, &Plain<double>::number),
-    row<Plain<float>, float>("float", false, false, true, &Plain<float>::number),
-    row<Value<QString>, QString>("string", false, false, true),
-    row<Value<QDateTime>, QDateTime>("datetime", false, false, true),
-    row<Plain<qint8>, qint8>("enum", false, false, true),
-    KindTraits{"nested", quint8(sizeof(ObjectSlot)), quint8(alignof(ObjectSlot)), 0, false, true, false,
+    row<Plain<bool>, bool>("bool", Items::None, false),
+    row<Plain<qint32>, qint32>("int", Items::None, false, &Plain<qint32>::number),
+    row<Plain<qint64>, qint64>("int64", Items::None, false, &Plain<qint64>::number),
+    row<Plain<double>, double>("double", Items::None, true, &Plain<double>::number),
+    row<Plain<float>, float>("float", Items::None, true, &Plain<float>::number),
+    row<Value<QString>, QString>("string", Items::None, true),
+    row<Value<QDateTime>, QDateTime>("datetime", Items::None, true),
+    row<Plain<qint8>, qint8>("enum", Items::None, true),
+    KindTraits{"nested", quint8(sizeof(ObjectSlot)), quint8(alignof(ObjectSlot)), 0, false, Items::None, true, false,
                &Nested::construct, &Nested::copy, &Nested::destroy, &Nested::assign, &Nested::reset, &Nested::count,
                &Nested::same, nullptr},
-    KindTraits{"list", quint8(sizeof(QVector<QString>)), quint8(alignof(QVector<QString>)), 0, true, true, false,
+    KindTraits{"list", quint8(sizeof(QVector<QString>)), quint8(alignof(QVector<QString>)), 0, true, Items::Objects, true, false,
                &ObjectList::construct, &ObjectList::copy, &ObjectList::destroy, &ObjectList::assign,
                &ObjectList::reset, &ObjectList::count, &ObjectList::same, nullptr},
-    row<Value<QVector<QString>>, QVector<QString>>("stringlist", true, false, true),
-    row<Value<QVector<qint8>>, QVector<qint8>>("enumlist", true, false, true),
+    row<Value<QVector<QString>>, QVector<QString>>("stringlist", Items::Strings, true),
+    row<Value<QVector<qint8>>, QVector<qint8>>("enumlist", Items::Enums, true),
 };
 
 // The rows stand in the order of Kind.
