@@ -402,3 +402,33 @@ TEST(Threads, EachThreadKeepsAtMostTwoMebibytesOfFreeBlocks)
     EXPECT_EQ(resultsAgain, 100 - keptResults);
     EXPECT_EQ(freedHere, 1000);
 }
+
+TEST(Threads, AnOwnerLeftAloneChangesThePayloadAfterTheCopiesLetItGo)
+{
+    // The copies detach (they read the shared payload, then let it go) and
+    // say so through a flag that orders nothing; the owner, seeing the
+    // payload no longer shared, changes it in place. Its change must be
+    // ordered after the copies' reads by the reference count alone.
+    ModeManager mode = fromExample<ModeManager>();
+    RDSResult rds = fromExample<RDSResult>();
+    const std::string modeForms = forms(mode);
+    const std::string rdsForms = forms(rds);
+    for (int round = 0; round < 20; ++round) {
+        ModeManager modeCopy = mode;
+        RDSResult rdsCopy = rds;
+        std::atomic<bool> detached{false};
+        std::string seen;
+        std::thread reader([&] {
+            seen = forms(modeCopy) + forms(rdsCopy);
+            detached.store(true, std::memory_order_relaxed);
+        });
+        while (!detached.load(std::memory_order_relaxed))
+            std::this_thread::yield();
+        mode.SetDualState(round % 2);
+        rds.SetPICode(QString::number(round));
+        reader.join();
+        EXPECT_EQ(seen, modeForms + rdsForms) << round;
+        mode = fromExample<ModeManager>();
+        rds = fromExample<RDSResult>();
+    }
+}

@@ -405,7 +405,10 @@ void assign(const ClassDescriptor &desc, Payload *&to, Payload *from)
 Payload *access(const Obj &o)
 {
     Payload *p = *o.d;
-    if (p && p->ref.loadRelaxed() != 1) {
+    // Acquire: a count of 1 may come from a copy on another thread that has
+    // just read the payload and let it go; what follows may write in place,
+    // which must come after that copy's reads.
+    if (p && p->ref.loadAcquire() != 1) {
         Payload *copy = clonePayload(*o.desc, p);
         if (!p->ref.deref())
             destroyPayload(*o.desc, p);
