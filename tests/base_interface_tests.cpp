@@ -1,11 +1,24 @@
-// The object base as a host application sees it: the exceptions.
+// The object base as a host application sees it: every operation called
+// through an IQuilletObject reference, the exact signatures and the order of
+// the virtual table, and the exceptions.
 #include "support.h"
 
+#include "base/binaryheader.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+#include <cmath>
+#include <cstring>
 #include <exception>
+#include <limits>
 #include <type_traits>
+#include <vector>
 
 using namespace HALVANE;
 using QUILLET::IQuilletObject;
+using test::expectThrow;
 
 namespace {
 
@@ -20,7 +33,135 @@ static_assert(std::is_base_of<QuilletException, InvalidXmlException>::value, "")
 static_assert(std::is_copy_constructible<InvalidXmlException>::value, "");
 static_assert(std::is_constructible<QuilletRootException, const QString &>::value, "");
 
+// ---- Every listed virtual operation with its exact signature, in the order
+// of the virtual table. A static_cast to a member pointer type only compiles
+// for an overload of exactly that type.
+
+struct Probe : IQuilletObject {
+    struct Entry {
+        const char *name;
+        std::ptrdiff_t words[2];
+    };
+    template <class M>
+    static Entry entry(const char *name, M member)
+    {
+        static_assert(sizeof(M) == sizeof(Entry::words), "member pointers of two words");
+        Entry e{name, {}};
+        std::memcpy(e.words, &member, sizeof e.words);
+        return e;
+    }
+#define OP(type, name) entry(#name " " #type, static_cast<type>(&Probe::name))
+    static std::vector<Entry> table()
+    {
+        using Q = IQuilletObject;
+        return {
+            OP(bool (Q::*)() const, HasData),
+            OP(void (Q::*)(), Reset),
+            OP(void (Q::*)(bool) const, Check),
+            OP(void (Q::*)() const, Check),
+            OP(bool (Q::*)(float) const, IsValid),
+            OP(bool (Q::*)(bool) const, IsValid),
+            OP(bool (Q::*)(unsigned int) const, IsValid),
+            OP(bool (Q::*)(qint64) const, IsValid),
+            OP(bool (Q::*)(const QDateTime &) const, IsValid),
+            OP(bool (Q::*)(const QString &) const, IsValid),
+            OP(bool (Q::*)(double) const, IsValid),
+            OP(bool (Q::*)(int) const, IsValid),
+            OP(void (Q::*)(float &) const, SetInvalid),
+            OP(void (Q::*)(unsigned int &) const, SetInvalid),
+            OP(void (Q::*)(qint64 &) const, SetInvalid),
+            OP(void (Q::*)(QString &) const, SetInvalid),
+            OP(void (Q::*)(double &) const, SetInvalid),
+            OP(void (Q::*)(int &) const, SetInvalid),
+            OP(void (Q::*)(QXmlStreamWriter &) const, GetXml),
+            OP(bool (Q::*)(QDataStream &, int, bool) const, GetBinary),
+            OP(void (Q::*)(QDataStream &, int), SetBinary),
+            OP(void (Q::*)(const QString &, bool), SetXmlString),
+            OP(void (Q::*)(QByteArray &), SetBinaryRepresentation),
+            OP(void (Q::*)(QDataStream &), SetBinaryRepresentation),
+            OP(void (Q::*)(const IQuilletObject &), MergeQuilletObject),
+            OP(QUILLET::ObjectTypes (Q::*)() const, GetObjectType),
+            OP(const QString &(Q::*)() const, GetObjectName),
+            OP(void (Q::*)(QXmlStreamReader &), ProcessXml),
+            OP(QString (Q::*)() const, GetXmlString),
+            OP(void (Q::*)(QDataStream &) const, GetBinaryRepresentation),
+            OP(QByteArray (Q::*)() const, GetBinaryRepresentationAsQByteArray),
+            OP(void (Q::*)(QDataStream &, int) const, GetCompressedBinaryRepresentation),
+            OP(QByteArray (Q::*)(int) const, GetCompressedBinaryRepresentationAsQByteArray),
+            OP(void (Q::*)(const QString &), LoadXml),
+            OP(void (Q::*)(QFile *), LoadXml),
+            OP(void (Q::*)(QFile *), LoadBinary),
+            OP(void (Q::*)(const QString &) const, SaveXml),
+            OP(void (Q::*)(bool) const, SetValidate),
+            OP(bool (Q::*)() const, GetValidate),
+            OP(void (Q::*)(std::shared_ptr<QUILLET::Logger>) const, SetLogger),
+            OP(void (Q::*)() const, ResetLogger),
+            OP(const QString &(Q::*)() const, GetVersion),
+            OP(void (Q::*)(QUILLET::ObjectTypes), SetObjectType),
+            OP(void (Q::*)(const QString &), SetObjectName),
+            OP(void (Q::*)(QXmlStreamReader &), ProcessXmlStartElement),
+        };
+    }
+#undef OP
+};
+
+// The one-argument forms beside them, and the rest of the table.
+static_assert(std::is_same<decltype(std::declval<IQuilletObject &>().GetLogger()), std::shared_ptr<QUILLET::Logger>>::value, "");
+static_assert(std::is_same<decltype(&IQuilletObject::GetLogger), std::shared_ptr<QUILLET::Logger> (IQuilletObject::*)() const>::value, "");
+static_assert(std::has_virtual_destructor<IQuilletObject>::value, "");
+
+// Calls a host makes resolve to one overload; a string literal does not turn
+// into a bool.
+template <class T, class = void>
+struct Checkable : std::false_type {};
+template <class T>
+struct Checkable<T, std::void_t<decltype(std::declval<const IQuilletObject &>().IsValid(std::declval<T>()))>>
+    : std::true_type {};
+static_assert(!Checkable<const char *>::value, "");
+static_assert(Checkable<qint8>::value && Checkable<quint32>::value && Checkable<QLatin1String>::value, "");
+template <class T, class = void>
+struct BlockReadable : std::false_type {};
+template <class T>
+struct BlockReadable<T, std::void_t<decltype(std::declval<IQuilletObject &>().SetBinaryRepresentation(std::declval<T>()))>>
+    : std::true_type {};
+static_assert(BlockReadable<QByteArray &>::value && BlockReadable<const QByteArray &>::value
+                  && BlockReadable<QByteArray>::value && BlockReadable<QDataStream &>::value,
+              "");
+template <class T, class = void>
+struct Loadable : std::false_type {};
+template <class T>
+struct Loadable<T, std::void_t<decltype(std::declval<IQuilletObject &>().LoadXml(std::declval<T>()),
+                                        std::declval<IQuilletObject &>().LoadBinary(std::declval<T>()))>>
+    : std::true_type {};
+static_assert(Loadable<QString>::value && Loadable<QFile *>::value && Loadable<std::nullptr_t>::value, "");
+static_assert(std::is_constructible<IQuilletObject *, ModeManager *>::value, "");
+
+ModeManager fullModeManager()
+{
+    ModeManager m;
+    m.SetValidate(true);
+    m.SetRunningState(1);
+    m.SetDualState(1);
+    m.SetSearchScanMode(3);
+    return m;
+}
+
 } // namespace
+
+TEST(BaseInterface, VirtualOperationsInTheirOrder)
+{
+#if (defined(__x86_64__) || defined(__i386__)) && !defined(_WIN32)
+    // Itanium member pointers: a virtual function is 1 + its byte offset in
+    // the vtable. The two destructor entries come first.
+    const auto table = Probe::table();
+    for (size_t i = 0; i < table.size(); ++i) {
+        EXPECT_EQ(table[i].words[1], 0) << table[i].name;
+        EXPECT_EQ(table[i].words[0], std::ptrdiff_t(1 + (2 + i) * sizeof(void *))) << table[i].name;
+    }
+#else
+    GTEST_SKIP() << "vtable layout is only read on x86 with the Itanium ABI";
+#endif
+}
 
 TEST(BaseInterface, LibraryErrorsPassStdExceptionHandlers)
 {
@@ -29,7 +170,7 @@ TEST(BaseInterface, LibraryErrorsPassStdExceptionHandlers)
     bool seenAsStd = false;
     try {
         try {
-            object.SetXmlString(QStringLiteral("<RDSResult/>"));
+            object.SetXmlString(QStringLiteral("<RDSResult/>"), true);
         } catch (const std::exception &) {
             seenAsStd = true;
         }
@@ -40,4 +181,255 @@ TEST(BaseInterface, LibraryErrorsPassStdExceptionHandlers)
         EXPECT_EQ(copy.GetMessage(), e.GetMessage());
     }
     EXPECT_FALSE(seenAsStd);
+}
+
+TEST(BaseInterface, IdentityFlagLoggerThroughTheBase)
+{
+    Administration admin;
+    IQuilletObject &object = admin;
+    EXPECT_EQ(object.GetObjectName(), QStringLiteral("Administration"));
+    EXPECT_EQ(quint32(object.GetObjectType()), quint32(Administration::GetId()));
+    object.SetObjectType(QUILLET::ObjectTypes(7)); // a data class keeps its id
+    EXPECT_EQ(quint32(object.GetObjectType()), quint32(Administration::GetId()));
+    EXPECT_EQ(object.GetVersion(), QStringLiteral("1"));
+
+    // The flag and the logger go down into nested objects, and ResetLogger
+    // takes the logger from them too.
+    admin.GetSensorMetaData();
+    object.SetValidate(true);
+    EXPECT_TRUE(object.GetValidate());
+    EXPECT_TRUE(admin.GetSensorMetaData().GetValidate());
+    auto log = std::make_shared<QUILLET::Logger>();
+    object.SetLogger(log);
+    EXPECT_EQ(admin.GetSensorMetaData().GetLogger(), log);
+    object.ResetLogger();
+    EXPECT_EQ(object.GetLogger(), nullptr);
+    EXPECT_EQ(admin.GetSensorMetaData().GetLogger(), nullptr);
+
+    // The name a subclass gives is the prefix of messages.
+    struct Renamed : ModeManager {
+        explicit Renamed(const QString &name) { SetObjectName(name); }
+    } renamed(QStringLiteral("Front"));
+    IQuilletObject &named = renamed;
+    EXPECT_EQ(named.GetObjectName(), QStringLiteral("Front"));
+    expectThrow<OutOfRangeException>([&] { named.Check(); }, QStringLiteral("Front: Please set RunningState properly."));
+}
+
+TEST(BaseInterface, DataOperationsThroughTheBase)
+{
+    ModeManager m;
+    IQuilletObject &object = m;
+    EXPECT_FALSE(object.HasData());
+    expectThrow<OutOfRangeException>([&] { object.Check(true); }, QStringLiteral("ModeManager: Please set RunningState properly."));
+    m = fullModeManager();
+    EXPECT_TRUE(object.HasData());
+    object.Check();
+
+    // One object's forms, driven through the base.
+    QString text;
+    QXmlStreamWriter writer(&text);
+    object.GetXml(writer);
+    EXPECT_EQ(text, QStringLiteral("<ModeManager><RunningState>On</RunningState><DualState>On</DualState>"
+                                   "<SearchScanMode>LeaveScanMode</SearchScanMode></ModeManager>"));
+    ModeManager fromXml;
+    QXmlStreamReader reader(text);
+    reader.readNextStartElement();
+    static_cast<IQuilletObject &>(fromXml).ProcessXml(reader);
+    EXPECT_TRUE(reader.isEndElement());
+    EXPECT_TRUE(fromXml == m);
+    const QByteArray tagged = test::tagged(object, int(ModeManager::GetId()), true);
+    EXPECT_EQ(tagged, m.GetBinaryRepresentationAsQByteArray().mid(4));
+    ModeManager fromTagged;
+    test::readTagged(static_cast<IQuilletObject &>(fromTagged), tagged.mid(4));
+    EXPECT_TRUE(fromTagged == m);
+
+    // Merging is left to the classes: nothing changes.
+    ModeManager other;
+    other.SetRunningState(0);
+    object.MergeQuilletObject(other);
+    EXPECT_TRUE(m == fullModeManager());
+
+    object.Reset();
+    EXPECT_FALSE(object.HasData());
+}
+
+TEST(BaseInterface, ValidityOfPlainValues)
+{
+    ModeManager m;
+    const IQuilletObject &object = m;
+    float f = 1.5f;
+    double d = -2.0;
+    int i = 0;
+    unsigned int u = 0;
+    qint64 l = 0;
+    QString s = QStringLiteral("");
+    EXPECT_TRUE(object.IsValid(f) && object.IsValid(d) && object.IsValid(i) && object.IsValid(u) && object.IsValid(l)
+                && object.IsValid(s));
+    EXPECT_TRUE(object.IsValid(std::numeric_limits<double>::infinity()));
+    EXPECT_TRUE(object.IsValid(std::numeric_limits<int>::max()));
+    EXPECT_TRUE(object.IsValid(std::numeric_limits<qint64>::max()));
+    EXPECT_TRUE(object.IsValid(0u));
+    EXPECT_TRUE(object.IsValid(true));
+    EXPECT_TRUE(object.IsValid(false));
+    EXPECT_TRUE(object.IsValid(qint8(-1))); // an enumerated value reads as an int
+    EXPECT_FALSE(object.IsValid(-std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_FALSE(object.IsValid(QString()));
+    EXPECT_FALSE(object.IsValid(QDateTime()));
+    EXPECT_FALSE(object.IsValid(QDateTime(QDate(2024, 2, 30), QTime(0, 0), Qt::UTC)));
+    EXPECT_TRUE(object.IsValid(QDateTime(QDate(2024, 2, 29), QTime(0, 0), Qt::UTC)));
+
+    object.SetInvalid(f);
+    object.SetInvalid(d);
+    object.SetInvalid(i);
+    object.SetInvalid(u);
+    object.SetInvalid(l);
+    object.SetInvalid(s);
+    EXPECT_TRUE(std::isnan(f));
+    EXPECT_TRUE(std::isnan(d));
+    EXPECT_EQ(i, std::numeric_limits<int>::min());
+    EXPECT_EQ(u, std::numeric_limits<unsigned int>::max());
+    EXPECT_EQ(l, std::numeric_limits<qint64>::min());
+    EXPECT_TRUE(s.isNull());
+    EXPECT_FALSE(object.IsValid(f) || object.IsValid(d) || object.IsValid(i) || object.IsValid(u) || object.IsValid(l)
+                 || object.IsValid(s));
+}
+
+TEST(BaseInterface, XmlStringResetsFirstOnRequest)
+{
+    MeasurementList list;
+    list.AppendMeasurementItem(3);
+    list.AppendMeasurementItem(13);
+    const QString text = list.GetXmlString();
+    MeasurementList target;
+    IQuilletObject &object = target;
+    object.SetXmlString(text, false);
+    object.SetXmlString(text, false); // read onto what is there: appended
+    EXPECT_EQ(target.GetMeasurementItem(), (QVector<MeasurementList::MeasurementItem>{3, 13, 3, 13}));
+    object.SetXmlString(text);
+    EXPECT_EQ(target.GetMeasurementItem().size(), 6);
+    target.SetRecordingState(1);
+    object.SetXmlString(text, true);
+    EXPECT_TRUE(target == list);
+    EXPECT_FALSE(target.IsRecordingStateSet());
+
+    // Refused before the root element: nothing reset.
+    target.SetRecordingState(1);
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(QStringLiteral("<ModeManager/>"), true); },
+                                     QStringLiteral("MeasurementList: root element 'ModeManager' at line 1, column 14 is not 'MeasurementList'"));
+    EXPECT_TRUE(target.IsRecordingStateSet());
+    EXPECT_EQ(target.GetMeasurementItem().size(), 2);
+}
+
+TEST(BaseInterface, BinaryBlocksThroughTheBase)
+{
+    const ModeManager m = fullModeManager();
+    const IQuilletObject &source = m;
+    const QByteArray block = source.GetBinaryRepresentationAsQByteArray();
+    EXPECT_EQ(test::hex(block.left(12)), "48 56 42 31 C3 7A 4A DF 00 00 00 35");
+    QByteArray viaStream;
+    {
+        QDataStream out(&viaStream, QIODevice::WriteOnly);
+        QUILLET::pinStream(out);
+        source.GetBinaryRepresentation(out);
+        source.GetBinaryRepresentation(out);
+    }
+    EXPECT_EQ(viaStream, block + block);
+
+    // A stream gives one block and keeps the rest; an array must be one block
+    // and is left as it was.
+    ModeManager back;
+    IQuilletObject &target = back;
+    QDataStream in(viaStream);
+    QUILLET::pinStream(in);
+    target.SetBinaryRepresentation(in);
+    EXPECT_TRUE(back == m);
+    EXPECT_EQ(in.device()->pos(), block.size());
+    QByteArray twice = viaStream;
+    expectThrow<BinaryParsingException>([&] { target.SetBinaryRepresentation(twice); },
+                                        QStringLiteral("ModeManager: %1 trailing bytes after the object").arg(block.size()));
+    EXPECT_EQ(twice, viaStream);
+    QByteArray once = block;
+    back.Reset();
+    target.SetBinaryRepresentation(once);
+    EXPECT_TRUE(back == m);
+    EXPECT_EQ(once, block);
+
+    // Compressed at a level: 0 stores (4 bytes of size, 2 of zlib header, 5
+    // of block header, the block, 4 of checksum); levels beyond -1..9 are -1.
+    const QByteArray stored = source.GetCompressedBinaryRepresentationAsQByteArray(0);
+    EXPECT_EQ(stored.size(), block.size() + 15);
+    EXPECT_EQ(stored.mid(11, block.size()), block);
+    EXPECT_EQ(source.GetCompressedBinaryRepresentationAsQByteArray(-1), qCompress(block));
+    EXPECT_EQ(source.GetCompressedBinaryRepresentationAsQByteArray(42), qCompress(block));
+    EXPECT_EQ(source.GetCompressedBinaryRepresentationAsQByteArray(-7), qCompress(block));
+    EXPECT_EQ(source.GetCompressedBinaryRepresentationAsQByteArray(9), qCompress(block, 9));
+    EXPECT_EQ(m.GetCompressedBinaryRepresentation(), qCompress(block));
+    QByteArray streamed;
+    {
+        QDataStream out(&streamed, QIODevice::WriteOnly);
+        source.GetCompressedBinaryRepresentation(out, 0);
+    }
+    QDataStream compressedIn(streamed);
+    QByteArray fromStream;
+    compressedIn >> fromStream;
+    EXPECT_TRUE(compressedIn.atEnd());
+    EXPECT_EQ(fromStream, stored);
+    ModeManager unpacked;
+    unpacked.SetCompressedBinaryRepresentation(fromStream);
+    EXPECT_TRUE(unpacked == m);
+}
+
+TEST(BaseInterface, FilesThroughTheBase)
+{
+    QTemporaryDir dir;
+    const ModeManager m = fullModeManager();
+    const IQuilletObject &source = m;
+    const QString xmlName = dir.filePath(QStringLiteral("mode.xml"));
+    source.SaveXml(xmlName);
+    ModeManager a;
+    IQuilletObject &target = a;
+    target.LoadXml(xmlName);
+    EXPECT_TRUE(a == m);
+
+    // A closed file is opened and closed again.
+    QFile closed(xmlName);
+    ModeManager b;
+    static_cast<IQuilletObject &>(b).LoadXml(&closed);
+    EXPECT_TRUE(b == m);
+    EXPECT_FALSE(closed.isOpen());
+
+    // An open file is read from where it stands, and stays open.
+    const QString blockName = dir.filePath(QStringLiteral("mode.hvb"));
+    QFile file(blockName);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.write("skipped");
+    file.write(m.GetBinaryRepresentationAsQByteArray());
+    file.seek(7);
+    ModeManager c;
+    static_cast<IQuilletObject &>(c).LoadBinary(&file);
+    EXPECT_TRUE(c == m);
+    EXPECT_TRUE(file.isOpen());
+    EXPECT_TRUE(file.atEnd());
+    file.close();
+    QFile closedBlock(blockName);
+    expectThrow<BinaryParsingException>([&] { static_cast<IQuilletObject &>(c).LoadBinary(&closedBlock); },
+                                        QStringLiteral("ModeManager: not a binary representation (bad header)"));
+    EXPECT_FALSE(closedBlock.isOpen());
+
+    expectThrow<QuilletException>([&] { target.LoadXml(static_cast<QFile *>(nullptr)); },
+                                  QStringLiteral("ModeManager: no file to read"));
+    expectThrow<QuilletException>([&] { target.LoadBinary(nullptr); }, QStringLiteral("ModeManager: no file to read"));
+    QFile writeOnly(dir.filePath(QStringLiteral("out.xml")));
+    ASSERT_TRUE(writeOnly.open(QIODevice::WriteOnly));
+    expectThrow<QuilletException>([&] { target.LoadXml(&writeOnly); },
+                                  QStringLiteral("ModeManager: cannot read file '%1': it is not open for reading")
+                                      .arg(writeOnly.fileName()));
+    QFile missing(dir.filePath(QStringLiteral("missing.xml")));
+    try {
+        target.LoadXml(&missing);
+        ADD_FAILURE() << "no exception";
+    } catch (const QuilletException &e) {
+        EXPECT_TRUE(e.GetMessage().startsWith(QStringLiteral("ModeManager: cannot read file '%1': ").arg(missing.fileName())))
+            << e.GetMessage().toStdString();
+    }
 }

@@ -7,6 +7,7 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 #include <QtCore/QXmlStreamReader>
@@ -14,6 +15,7 @@
 #include <QtCore/QtEndian>
 
 #include <cmath>
+#include <limits>
 
 namespace QUILLET {
 
@@ -63,6 +65,16 @@ void IQuilletObject::dropExtrasIfEmpty() const
 
 void IQuilletObject::SetObjectType(ObjectTypes) {}
 
+ObjectTypes IQuilletObject::GetObjectType() const
+{
+    return m_objectType;
+}
+
+const QString &IQuilletObject::GetObjectName() const
+{
+    return m_extras && m_extras->hasName ? m_extras->name : DefaultObjectName();
+}
+
 void IQuilletObject::SetObjectName(const QString &name)
 {
     if (name == DefaultObjectName() && name.isNull() == DefaultObjectName().isNull()) {
@@ -88,6 +100,11 @@ void IQuilletObject::SetValidate(bool validate) const
     m_validate = validate;
 }
 
+bool IQuilletObject::GetValidate() const
+{
+    return m_validate;
+}
+
 std::shared_ptr<Logger> IQuilletObject::GetLogger() const
 {
     return m_extras ? m_extras->logger : std::shared_ptr<Logger>();
@@ -95,18 +112,18 @@ std::shared_ptr<Logger> IQuilletObject::GetLogger() const
 
 void IQuilletObject::SetLogger(std::shared_ptr<Logger> logger) const
 {
-    if (!logger)
-        ResetLogger();
-    else if (!m_extras || m_extras->logger != logger)
-        extras().logger = std::move(logger);
+    if (logger) {
+        if (!m_extras || m_extras->logger != logger)
+            extras().logger = std::move(logger);
+    } else if (m_extras) {
+        m_extras->logger.reset();
+        dropExtrasIfEmpty();
+    }
 }
 
 void IQuilletObject::ResetLogger() const
 {
-    if (m_extras) {
-        m_extras->logger.reset();
-        dropExtrasIfEmpty();
-    }
+    SetLogger(std::shared_ptr<Logger>());
 }
 
 const QString &IQuilletObject::GetVersion() const
@@ -117,22 +134,79 @@ const QString &IQuilletObject::GetVersion() const
 
 void IQuilletObject::MergeQuilletObject(const IQuilletObject &) {}
 
-void IQuilletObject::SetInvalid() {}
+// ---- Validity of plain values
+
+bool IQuilletObject::IsValid(float value) const
+{
+    return !std::isnan(value);
+}
+
+bool IQuilletObject::IsValid(bool) const
+{
+    return true;
+}
+
+bool IQuilletObject::IsValid(unsigned int value) const
+{
+    return value != std::numeric_limits<unsigned int>::max();
+}
+
+bool IQuilletObject::IsValid(qint64 value) const
+{
+    return value != std::numeric_limits<qint64>::min();
+}
+
+bool IQuilletObject::IsValid(const QDateTime &value) const
+{
+    return value.isValid();
+}
 
 bool IQuilletObject::IsValid(const QString &value) const
 {
     return !value.isNull();
 }
 
-bool IQuilletObject::IsValid(int) const
-{
-    return true;
-}
-
 bool IQuilletObject::IsValid(double value) const
 {
     return !std::isnan(value);
 }
+
+bool IQuilletObject::IsValid(int value) const
+{
+    return value != std::numeric_limits<int>::min();
+}
+
+void IQuilletObject::SetInvalid(float &value) const
+{
+    value = std::numeric_limits<float>::quiet_NaN();
+}
+
+void IQuilletObject::SetInvalid(unsigned int &value) const
+{
+    value = std::numeric_limits<unsigned int>::max();
+}
+
+void IQuilletObject::SetInvalid(qint64 &value) const
+{
+    value = std::numeric_limits<qint64>::min();
+}
+
+void IQuilletObject::SetInvalid(QString &value) const
+{
+    value = QString();
+}
+
+void IQuilletObject::SetInvalid(double &value) const
+{
+    value = std::numeric_limits<double>::quiet_NaN();
+}
+
+void IQuilletObject::SetInvalid(int &value) const
+{
+    value = std::numeric_limits<int>::min();
+}
+
+// ---- XML of one object
 
 void IQuilletObject::ProcessXml(QXmlStreamReader &reader)
 {
@@ -169,13 +243,18 @@ int IQuilletObject::skipCurrentElement(QDataStream &stream, int length, int) con
 
 namespace {
 
-[[noreturn]] void throwXmlError(const IQuilletObject &object, const QXmlStreamReader &reader)
+[[noreturn]] void throwXmlError(const IQuilletObject &object, qint64 line, qint64 column, const QString &message)
 {
     throw InvalidXmlException(QStringLiteral("%1: XML error at line %2, column %3: %4")
                                   .arg(object.GetObjectName())
-                                  .arg(reader.lineNumber())
-                                  .arg(reader.columnNumber())
-                                  .arg(reader.errorString()));
+                                  .arg(line)
+                                  .arg(column)
+                                  .arg(message));
+}
+
+[[noreturn]] void throwXmlError(const IQuilletObject &object, const QXmlStreamReader &reader)
+{
+    throwXmlError(object, reader.lineNumber(), reader.columnNumber(), reader.errorString());
 }
 
 QString hex8(quint32 value)
@@ -183,13 +262,30 @@ QString hex8(quint32 value)
     return QStringLiteral("%1").arg(value, 8, 16, QLatin1Char('0')).toUpper();
 }
 
+// What is left of a file: a closed file is opened for reading and closed
+// again, an open one is read from where it stands and stays open.
+QByteArray readFile(const IQuilletObject &object, QFile *file)
+{
+    if (!file)
+        throw QuilletException(QStringLiteral("%1: no file to read").arg(object.GetObjectName()));
+    if (file->isOpen()) {
+        if (!file->isReadable())
+            throw QuilletException(QStringLiteral("%1: cannot read file '%2': it is not open for reading")
+                                       .arg(object.GetObjectName(), file->fileName()));
+        return file->readAll();
+    }
+    if (!file->open(QIODevice::ReadOnly))
+        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
+                                   .arg(object.GetObjectName(), file->fileName(), file->errorString()));
+    const QByteArray bytes = file->readAll();
+    file->close();
+    return bytes;
+}
+
 QByteArray readFile(const IQuilletObject &object, const QString &fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
-                                   .arg(object.GetObjectName(), fileName, file.errorString()));
-    return file.readAll();
+    return readFile(object, &file);
 }
 
 void writeFile(const IQuilletObject &object, const QString &fileName, const QByteArray &bytes)
@@ -202,7 +298,7 @@ void writeFile(const IQuilletObject &object, const QString &fileName, const QByt
 
 // Reads a whole document: the root element must be this object's, and any
 // error of the reader, also after the root element, ends in an exception.
-void readDocument(IQuilletObject &object, QXmlStreamReader &reader)
+void readDocument(IQuilletObject &object, QXmlStreamReader &reader, bool resetFirst)
 {
     if (!reader.readNextStartElement()) {
         if (!reader.hasError())
@@ -215,11 +311,19 @@ void readDocument(IQuilletObject &object, QXmlStreamReader &reader)
                                       .arg(reader.lineNumber())
                                       .arg(reader.columnNumber()));
     }
+    if (resetFirst)
+        object.Reset();
     object.ProcessXml(reader);
     while (!reader.atEnd() && !reader.hasError())
         reader.readNext();
     if (reader.hasError())
         throwXmlError(object, reader);
+}
+
+void readDocument(IQuilletObject &object, const QByteArray &bytes)
+{
+    QXmlStreamReader reader(bytes); // honours the document's encoding declaration
+    readDocument(object, reader, false);
 }
 
 } // namespace
@@ -235,10 +339,15 @@ QString IQuilletObject::GetXmlString() const
     return text;
 }
 
-void IQuilletObject::SetXmlString(const QString &xml)
+void IQuilletObject::SetXmlString(const QString &xml, bool resetFirst)
 {
     QXmlStreamReader reader(xml);
-    readDocument(*this, reader);
+    readDocument(*this, reader, resetFirst);
+}
+
+void IQuilletObject::SetXmlString(const QString &xml)
+{
+    SetXmlString(xml, false);
 }
 
 void IQuilletObject::SaveXml(const QString &fileName) const
@@ -248,9 +357,12 @@ void IQuilletObject::SaveXml(const QString &fileName) const
 
 void IQuilletObject::LoadXml(const QString &fileName)
 {
-    const QByteArray bytes = readFile(*this, fileName);
-    QXmlStreamReader reader(bytes); // honours the document's encoding declaration
-    readDocument(*this, reader);
+    readDocument(*this, readFile(*this, fileName));
+}
+
+void IQuilletObject::LoadXml(QFile *file)
+{
+    readDocument(*this, readFile(*this, file));
 }
 
 // ---- Binary blocks
@@ -291,7 +403,7 @@ void IQuilletObject::SetBinaryRepresentation(QDataStream &stream)
     SetBinary(stream, length);
 }
 
-void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
+void IQuilletObject::SetBinaryRepresentation(QByteArray &data)
 {
     QBuffer buffer;
     buffer.setData(data);
@@ -305,6 +417,12 @@ void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
                                          .arg(buffer.size() - buffer.pos()));
 }
 
+void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
+{
+    QByteArray shared = data;
+    SetBinaryRepresentation(shared);
+}
+
 void IQuilletObject::SaveBinary(const QString &fileName) const
 {
     writeFile(*this, fileName, GetBinaryRepresentationAsQByteArray());
@@ -315,9 +433,24 @@ void IQuilletObject::LoadBinary(const QString &fileName)
     SetBinaryRepresentation(readFile(*this, fileName));
 }
 
+void IQuilletObject::LoadBinary(QFile *file)
+{
+    SetBinaryRepresentation(readFile(*this, file));
+}
+
+QByteArray IQuilletObject::GetCompressedBinaryRepresentationAsQByteArray(int level) const
+{
+    return qCompress(GetBinaryRepresentationAsQByteArray(), level >= -1 && level <= 9 ? level : -1);
+}
+
+void IQuilletObject::GetCompressedBinaryRepresentation(QDataStream &stream, int level) const
+{
+    stream << GetCompressedBinaryRepresentationAsQByteArray(level);
+}
+
 QByteArray IQuilletObject::GetCompressedBinaryRepresentation() const
 {
-    return qCompress(GetBinaryRepresentationAsQByteArray());
+    return GetCompressedBinaryRepresentationAsQByteArray(-1);
 }
 
 void IQuilletObject::SetCompressedBinaryRepresentation(const QByteArray &data)
