@@ -1,6 +1,6 @@
 // The object base as a host application sees it: every operation called
 // through an IQuilletObject reference, the exact signatures and the order of
-// the virtual table, and the exceptions.
+// the virtual table, the exceptions, and documents with a DTD.
 #include "support.h"
 
 #include "base/binaryheader.h"
@@ -8,6 +8,11 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+#include <QtCore/QStringDecoder>
+#else
+#include <QtCore/QTextCodec>
+#endif
 
 #include <cmath>
 #include <cstring>
@@ -145,6 +150,53 @@ ModeManager fullModeManager()
     m.SetSearchScanMode(3);
     return m;
 }
+
+QString linearEntityDocument()
+{
+    // One entity of 4 000 characters, referenced 100 000 times: 400 million
+    // characters if it were expanded.
+    QString text = QStringLiteral("<?xml version=\"1.0\"?>\n<!DOCTYPE ModeManager [<!ENTITY e \"")
+                   + QString(4000, QLatin1Char('x')) + QStringLiteral("\">]>\n<ModeManager><RunningState>");
+    text.reserve(text.size() + 100000 * 3 + 64);
+    for (int i = 0; i < 100000; ++i)
+        text += QStringLiteral("&e;");
+    return text + QStringLiteral("</RunningState></ModeManager>");
+}
+
+// Qt's reader expands these while it reads the declaration, before it
+// reports it, and reads a declaration wherever it stands.
+QString parameterEntityDeclaration()
+{
+    QString text = QStringLiteral("<!DOCTYPE ModeManager [<!ENTITY % a \"<!ENTITY b '") + QString(4000, QLatin1Char('x'))
+                   + QStringLiteral("'>\">");
+    for (int i = 0; i < 100000; ++i)
+        text += QStringLiteral("%a;");
+    return text + QStringLiteral("]>");
+}
+
+QString parameterEntityDocument()
+{
+    return QStringLiteral("<!-- parameter entities -->\r\n") + parameterEntityDeclaration() + QStringLiteral("<ModeManager/>");
+}
+
+bool knowsEncoding(const char *name)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QStringDecoder(name).isValid();
+#else
+    return QTextCodec::codecForName(name) != nullptr;
+#endif
+}
+
+QByteArray utf16le(const QString &text)
+{
+    QByteArray bytes;
+    for (QChar c : text)
+        bytes.append(char(c.unicode() & 0xFF)).append(char(c.unicode() >> 8));
+    return bytes;
+}
+
+const QString kNoDtd = QStringLiteral("Document type declarations (DTDs) are not accepted.");
 
 } // namespace
 
@@ -432,4 +484,84 @@ TEST(BaseInterface, FilesThroughTheBase)
         EXPECT_TRUE(e.GetMessage().startsWith(QStringLiteral("ModeManager: cannot read file '%1': ").arg(missing.fileName())))
             << e.GetMessage().toStdString();
     }
+}
+
+TEST(BaseInterface, DocumentTypeDeclarationsAreRefused)
+{
+    ModeManager m = fullModeManager();
+    IQuilletObject &object = m;
+    const QString linear = linearEntityDocument();
+    const QString parameters = parameterEntityDocument();
+    const QString inside = QStringLiteral("<ModeManager>\n<RunningState>On</RunningState>") + parameterEntityDeclaration()
+                           + QStringLiteral("</ModeManager>");
+    const QString after = QStringLiteral("<ModeManager/>\n\n") + parameterEntityDeclaration();
+    const long long before = test::allocations();
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(linear, false); },
+                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(parameters, true); },
+                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(inside, true); },
+                                     QStringLiteral("ModeManager: XML error at line 2, column 31: ") + kNoDtd);
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(after, true); },
+                                     QStringLiteral("ModeManager: XML error at line 3, column 0: ") + kNoDtd);
+    // A few for each message, none for a reader's expansions.
+    EXPECT_LT(test::allocations() - before, 100);
+    EXPECT_TRUE(m == fullModeManager());
+
+    const auto refused = [&](const QString &text, int line, int column) {
+        expectThrow<InvalidXmlException>(
+            [&] { object.SetXmlString(text); },
+            QStringLiteral("ModeManager: XML error at line %1, column %2: ").arg(line).arg(column) + kNoDtd);
+    };
+    refused(QStringLiteral("<!DOCTYPE ModeManager><ModeManager/>"), 1, 0);
+    refused(QString(QChar(0xFEFF)) + QStringLiteral("<?xml version=\"1.0\"?><!DOCTYPE ModeManager><ModeManager/>"), 1, 21);
+    refused(QStringLiteral("<?xml version=\"1.0\"?>\r\n<?pi x?>\r<!-- a\n b -->\t <!DOCTYPE ModeManager SYSTEM \"x.dtd\">"
+                           "<ModeManager/>"),
+            4, 8);
+    refused(QStringLiteral("<ModeManager><!-- --><?pi?><![CDATA[]]><!DOCTYPE ModeManager></ModeManager>"), 1, 39);
+    // In comments, processing instructions and CDATA sections it is text.
+    object.SetXmlString(QStringLiteral("<!-- <!DOCTYPE x> --><?pi <!DOCTYPE y>?><ModeManager><![CDATA[<!DOCTYPE z>]]>"
+                                       "<DualState>Off</DualState></ModeManager>"));
+    EXPECT_EQ(m.GetDualState(), 0);
+    // A construct left open is the reader's to report.
+    expectThrow<InvalidXmlException>([&] { object.SetXmlString(QStringLiteral("<ModeManager><!-- <!DOCTYPE x>")); },
+                                     QStringLiteral("ModeManager: XML error at line 1, column 30: Premature end of document."));
+}
+
+TEST(BaseInterface, DocumentTypeDeclarationsAreRefusedInFiles)
+{
+    QTemporaryDir dir;
+    ModeManager m;
+    IQuilletObject &object = m;
+    const auto refused = [&](const QByteArray &bytes, const QString &where) {
+        QFile file(dir.filePath(QStringLiteral("doc.xml")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        file.close();
+        expectThrow<InvalidXmlException>([&] { object.LoadXml(&file); },
+                                         QStringLiteral("ModeManager: XML error at ") + where + QStringLiteral(": ") + kNoDtd);
+        expectThrow<InvalidXmlException>([&] { object.LoadXml(file.fileName()); },
+                                         QStringLiteral("ModeManager: XML error at ") + where + QStringLiteral(": ") + kNoDtd);
+    };
+    refused(linearEntityDocument().toUtf8(), QStringLiteral("line 2, column 0"));
+    refused(parameterEntityDocument().toUtf8(), QStringLiteral("line 2, column 0"));
+    // Columns count characters, not bytes.
+    refused(QByteArray("\xEF\xBB\xBF<!-- \xC3\xA4\xF0\x9F\x98\x80 --><!DOCTYPE ModeManager><ModeManager/>"),
+            QStringLiteral("line 1, column 12"));
+    // Other code units: UTF-16 by its byte order mark or its first bytes.
+    const QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n <!DOCTYPE ModeManager><ModeManager/>");
+    const QByteArray le = utf16le(text);
+    refused(le, QStringLiteral("line 2, column 1"));
+    refused(QByteArray("\xFF\xFE") + le, QStringLiteral("line 2, column 1"));
+    // After a declaration of an encoding, the rest is read in it: here '<' is "+ADw-".
+    if (knowsEncoding("UTF-7")) {
+        refused(QByteArray("<?xml version=\"1.0\" encoding=\"UTF-7\"?>+ADw-!DOCTYPE ModeManager+AD4-+ADw-ModeManager/+AD4-"),
+                QStringLiteral("line 1, column 38"));
+    }
+    QFile file(dir.filePath(QStringLiteral("latin1.xml")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<!-- \xE4 --><ModeManager><DualState>On</DualState></ModeManager>");
+    file.close();
+    object.LoadXml(&file);
+    EXPECT_EQ(m.GetDualState(), 1);
 }

@@ -84,8 +84,10 @@ public:
         nothing else; without, the document is read onto the object as it
         stands: fields the document leaves out keep their values and list items
         are appended. A document that is refused before its root element (not
-        well formed there, another class) leaves the object untouched;
-        one refused later leaves what was read so far. */
+        well formed there, another class, a DTD) leaves the object untouched;
+        one refused later leaves what was read so far. Documents with a
+        document type declaration are refused (InvalidXmlException), so that no
+        entity is ever declared or expanded. */
     virtual void SetXmlString(const QString &xml, bool resetFirst);
     /*! Reads a binary block (see binaryheader.h) that must hold this object
         and nothing after it; \a data is not changed. */
@@ -100,7 +102,9 @@ public:
     virtual const QString &GetObjectName() const;
     /*! Reads the children of the element the reader stands on, calling
         ProcessXmlStartElement for each direct child start element, and leaves the
-        reader on the object's own end element. */
+        reader on the object's own end element. The reader is the caller's: a
+        caller who hands in a reader that has read a DTD owns the entities it
+        declared, which the texts of fields would then take in expanded. */
     virtual void ProcessXml(QXmlStreamReader &reader);
     virtual QString GetXmlString() const;
     /*! Writes the binary block (magic, then GetBinary) to the caller's stream. */
