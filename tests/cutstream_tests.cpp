@@ -39,7 +39,8 @@ protected:
     {
         m_largest = qMax(m_largest, maxSize);
         const qint64 n = qMin(maxSize, qint64(m_bytes.size()) - m_at);
-        std::memcpy(data, m_bytes.constData() + m_at, size_t(n));
+        if (n > 0)
+            std::memcpy(data, m_bytes.constData() + m_at, size_t(n));
         m_at += n;
         return n;
     }
