@@ -272,24 +272,24 @@ void Source::bytesFromStream(const char *&data, int &size)
 {
     const quint32 n = quint32(i32());
     leaveWindow(); // the window's memory may now hold the text
-    data = m_own.constData();
     size = 0;
-    if (n == 0xFFFFFFFFu)
-        return;
-    constexpr qint64 kFirstStep = 1 << 12;
-    constexpr qint64 kMaxSize = std::numeric_limits<int>::max() - 64;
-    qint64 have = 0;
-    while (have < qint64(n)) {
-        const qint64 step = qMin(qint64(n) - have, qMax(kFirstStep, have));
-        if (have + step > kMaxSize)
-            throw std::bad_alloc(); // as a QByteArray that cannot grow
-        m_own.resize(int(have + step));
-        if (readFromStream(m_own.data() + have, int(step)) != step)
-            return;
-        have += step;
+    if (n != 0xFFFFFFFFu) {
+        constexpr qint64 kFirstStep = 1 << 12;
+        constexpr qint64 kMaxSize = std::numeric_limits<int>::max() - 64;
+        qint64 have = 0;
+        while (have < qint64(n)) {
+            const qint64 step = qMin(qint64(n) - have, qMax(kFirstStep, have));
+            if (have + step > kMaxSize)
+                throw std::bad_alloc(); // as a QByteArray that cannot grow
+            m_own.resize(int(have + step));
+            if (readFromStream(m_own.data() + have, int(step)) != step)
+                break;
+            have += step;
+        }
+        if (have == qint64(n))
+            size = int(n);
     }
     data = m_own.constData();
-    size = int(n);
 }
 
 bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked);
