@@ -603,9 +603,9 @@ def field_row(c, f):
     elif f.kind == "enum":
         row = f"enumField({name}, {tag}, {fl}, &k{f.table.name}Table" + (f", {v}" if v is not None else "") + ")"
     elif f.kind == "nested":
-        row = f"nestedField({name}, {tag}, {fl}, &opsOf<{f.item_class}>)"
+        row = f"nestedField<{f.item_class}>({name}, {tag}, {fl})"
     elif f.list_kind == "object":
-        row = f"objectListField({name}, {tag}, {fl}, &opsOf<{f.item_class}>)"
+        row = f"objectListField<{f.item_class}>({name}, {tag}, {fl})"
     elif f.list_kind == "string":
         row = f"stringListField({name}, {tag}, {fl})"
     else:

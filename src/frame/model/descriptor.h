@@ -97,6 +97,7 @@ struct FieldDef {
     const char *initText;// initial value of string fields; nullptr: null string
     const NameTable *table; // Enum, EnumList
     OpsFn ops;           // Nested, ObjectList: the item class
+    const void *itemType;// Nested, ObjectList: ItemTypeTag<item class>, for the compiler's checks
 
     constexpr FieldDef withElement(const char *name_) const
     {
@@ -122,8 +123,15 @@ struct FieldDef {
 
 constexpr FieldDef makeField(const char *name, quint32 tag, Kind kind, quint8 flags)
 {
-    return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr};
+    return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr, nullptr};
 }
+
+/*! One object per class, whose address names the class in constant
+    expressions (the addresses of functions do not, in every build). */
+template <class T>
+struct ItemTypeTag {
+    static constexpr char tag = 0;
+};
 constexpr FieldDef boolField(const char *name, quint32 tag, quint8 flags, bool init = false)
 {
     FieldDef f = makeField(name, tag, Kind::Bool, flags);
@@ -172,16 +180,25 @@ constexpr FieldDef enumField(const char *name, quint32 tag, quint8 flags, const 
     f.initInt = init;
     return f;
 }
-constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+/*! Rows of nested fields and lists of objects of class T; the class's
+    operations come from opsOf<T>, declared where the class is defined. */
+template <class T>
+const ObjectOps &opsOf();
+
+template <class T>
+constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::Nested, flags);
-    f.ops = ops;
+    f.ops = &opsOf<T>;
+    f.itemType = &ItemTypeTag<T>::tag;
     return f;
 }
-constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+template <class T>
+constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::ObjectList, flags);
-    f.ops = ops;
+    f.ops = &opsOf<T>;
+    f.itemType = &ItemTypeTag<T>::tag;
     return f;
 }
 constexpr FieldDef stringListField(const char *name, quint32 tag, quint8 flags)
@@ -291,6 +308,7 @@ struct Field : FieldDef {
     QString memberName;  // "m_" + name with a lower-case first letter
     quint16 offset;      // of the value inside the payload
     quint16 bit;
+    bool tested;         // the setter tests a value: enumerated, string, a number with a range
     bool required() const { return flags & Required; }
     bool attribute() const { return flags & Attribute; }
 };
