@@ -308,6 +308,8 @@ void writeObject(const Obj &o, Out &out)
     for (int i = 0; i < n; ++i)
         bytes[i] = char(p->words()[i / 4] >> (8 * (i % 4)));
     out.bytes(bytes.data(), n);
+    if (o.desc->version)
+        out.value(o.desc->currentVersion);
     for (const Field &f : o.desc->fields) {
         void *at = p->at(f);
         const bool set = p->bit(f.bit);
@@ -605,6 +607,13 @@ void readObject(const Obj &o, In &in)
     const int count = int(o.desc->fields.size());
     if (count % 32)
         p->words()[count / 32] &= (1u << (count % 32)) - 1;
+    // An older document drops the bits just read; its items set them again.
+    if (o.desc->version) {
+        QString version;
+        in.value(version);
+        versionRead(o, version);
+        p = access(o);
+    }
     for (const Field &f : o.desc->fields) {
         if (!f.required() && !p->bit(f.bit))
             continue;

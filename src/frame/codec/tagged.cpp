@@ -37,6 +37,20 @@ public:
         i32(qint32(b.size()));
         std::memcpy(reserve(int(b.size())), b.constData(), size_t(b.size()));
     }
+    /*! A QString as the stream writes it: byte count (0xFFFFFFFF when null), UTF-16 units. */
+    void string(const QString &s)
+    {
+        if (s.isNull()) {
+            i32(-1);
+            return;
+        }
+        i32(qint32(s.size() * 2));
+        char *at = reserve(int(s.size()) * 2);
+        for (const QChar c : s) {
+            storeWord(at, c.unicode(), m_big);
+            at += 2;
+        }
+    }
     /*! Starts a counted part: a length word to be filled in by close(). */
     int open()
     {
@@ -107,6 +121,28 @@ public:
         data = m_at;
         size = n;
         m_at += n;
+        return true;
+    }
+    /*! A QString as the stream writes it; false when its byte count is odd or runs past the end. */
+    bool string(QString &s)
+    {
+        qint32 n;
+        if (!i32(n))
+            return false;
+        if (n == -1) {
+            s = QString();
+            return true;
+        }
+        if (n < 0 || (n & 1) || n > left())
+            return false;
+        if (n == 0) {
+            s = QString(QLatin1String(""));
+            return true;
+        }
+        s = QString(n / 2, Qt::Uninitialized);
+        QChar *out = s.data();
+        for (int i = 0; i < n / 2; ++i, m_at += 2)
+            out[i] = QChar(loadWord<quint16>(m_at, m_big));
         return true;
     }
     void skip(qint64 n)
@@ -220,6 +256,12 @@ bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked
     if (writeTag)
         sink.i32(tag);
     const int objectLength = sink.open();
+    if (o.desc->version) {
+        sink.i32(qint32(o.desc->version->tag));
+        const int length = sink.open();
+        sink.string(o.desc->currentVersion);
+        sink.close(length);
+    }
     for (quint16 index : o.desc->taggedOrder) {
         const Field &f = o.desc->fields[index];
         void *at = p->at(f);
@@ -315,7 +357,14 @@ void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
             remaining -= 8 + qint64(recordLength);
             const int index = o.desc->findTag(quint32(tag));
             if (index < 0) {
-                src.skip(recordLength);
+                if (o.desc->version && quint32(tag) == o.desc->version->tag) {
+                    QString version;
+                    if (!src.string(version))
+                        messages::lengthError(o.self->GetObjectName());
+                    versionRead(o, version);
+                } else {
+                    src.skip(recordLength);
+                }
                 continue;
             }
             const Field &f = o.desc->fields[index];

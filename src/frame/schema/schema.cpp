@@ -139,6 +139,11 @@ const Registry &registry()
             }
             for (quint16 i : desc.taggedOrder)
                 c->taggedOrder.append(i);
+            if (desc.version) {
+                c->versionAttribute = desc.versionAttribute;
+                c->versionTag = desc.version->tag;
+                c->version = desc.currentVersion;
+            }
             r.owned.push_back(std::move(c));
         }
         for (const auto &c : r.owned) {
@@ -290,6 +295,8 @@ QString sampleText(const Field &f, int variant)
 void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
 {
     w.writeStartElement(c.name);
+    if (!c.version.isNull())
+        w.writeAttribute(c.versionAttribute, c.version);
     for (const Field &f : c.fields) {
         if (f.attribute)
             w.writeAttribute(f.element, sampleText(f, 0));
@@ -342,6 +349,10 @@ QString describe(const Class &c)
     QTextStream out(&text);
     out << c.name << " 0x" << QString::number(c.id, 16).toUpper().rightJustified(8, QLatin1Char('0'))
         << (c.document ? " document" : "") << "\n";
+    if (!c.version.isNull())
+        out << "  version <" << c.versionAttribute << "> 0x"
+            << QString::number(c.versionTag, 16).toUpper().rightJustified(8, QLatin1Char('0')) << " " << c.version
+            << "\n";
     for (const Field &f : c.fields) {
         out << "  " << f.bit << " " << f.name << " " << kindName(f.kind);
         if (!f.itemClass.isEmpty())

@@ -52,6 +52,11 @@ struct Class {
     bool document = false;      // held by no other class: a document of its own
     QVector<Field> fields;      // in bit order
     QVector<int> taggedOrder;   // field indices in the order of the tagged form
+    // A versioned document: the attribute and tag of its version, and the
+    // version it writes (null for the other classes).
+    QString versionAttribute;
+    quint32 versionTag = 0;
+    QString version;
 
     const Field *field(const QString &name) const;
     const Field *fieldByTag(quint32 tag) const;
