@@ -275,6 +275,11 @@ struct Dumper {
                 line(depth, QStringLiteral("(a record runs past the end of its object)"));
                 return;
             }
+            if (c && !c->version.isNull() && quint32(tag) == c->versionTag) {
+                line(depth, QStringLiteral("%1 %2 length %3").arg(c->versionAttribute, tagText(quint32(tag))).arg(length));
+                line(depth + 1, versionText(value));
+                continue;
+            }
             const schema::Field *f = c ? c->fieldByTag(quint32(tag)) : nullptr;
             if (!f) {
                 line(depth, QStringLiteral("? %1 length %2: %3").arg(tagText(quint32(tag))).arg(length).arg(hex(value)));
@@ -283,6 +288,18 @@ struct Dumper {
             line(depth, QStringLiteral("%1 %2 length %3").arg(f->name, tagText(quint32(tag))).arg(length));
             this->value(*f, value, depth + 1);
         }
+    }
+
+    // A version record holds a QString as the stream writes it: UTF-16 behind its byte count.
+    static QString versionText(const QByteArray &value)
+    {
+        QDataStream in(value);
+        QUILLET::pinStream(in);
+        QString version;
+        in >> version;
+        if (in.status() != QDataStream::Ok || !in.atEnd())
+            return hex(value);
+        return version.isNull() ? QStringLiteral("(null)") : QLatin1Char('"') + version + QLatin1Char('"');
     }
 
     // Without a schema: a record's value is taken for records, a number, a
@@ -339,6 +356,11 @@ struct Dumper {
         for (const schema::Field &f : c.fields)
             shown += (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1 ? QLatin1Char('1') : QLatin1Char('0');
         line(depth, QStringLiteral("%1 presence %2 (bit 0 first)").arg(c.name, shown));
+        if (!c.version.isNull()) {
+            QString version;
+            in >> version;
+            line(depth + 1, QStringLiteral("%1: \"%2\"").arg(c.versionAttribute, version));
+        }
         for (const schema::Field &f : c.fields) {
             const bool set = (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1;
             if (!f.required && !set)
@@ -542,6 +564,12 @@ QString xsd()
                 w.writeAttribute(QStringLiteral("maxOccurs"), QStringLiteral("unbounded"));
         }
         w.writeEndElement();
+        if (!c->version.isNull()) {
+            // Written always; a document without it is read as an older one.
+            w.writeEmptyElement(xs, QStringLiteral("attribute"));
+            w.writeAttribute(QStringLiteral("name"), c->versionAttribute);
+            w.writeAttribute(QStringLiteral("type"), QStringLiteral("xs:string"));
+        }
         for (const schema::Field &f : c->fields) {
             if (!f.attribute)
                 continue;
