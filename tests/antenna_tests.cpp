@@ -748,3 +748,232 @@ TEST(Antenna, WholeStationThroughEveryForm)
     EXPECT_EQ(viaRaw.GetFrequencyStart(), 1234.5678);
     EXPECT_EQ(viaTagged.GetFrequencyStart(), 1234.57);
 }
+
+#ifdef HALVANE_TOOL
+
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+#include <QtCore/QTemporaryDir>
+
+namespace {
+
+struct ToolRun {
+    int code;
+    QByteArray out;
+    QString err;
+};
+
+ToolRun tool(const QStringList &args)
+{
+    QProcess p;
+    p.start(QStringLiteral(HALVANE_TOOL), args);
+    p.waitForFinished(60000);
+    return ToolRun{p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput(),
+               QString::fromUtf8(p.readAllStandardError())};
+}
+
+QString example(const char *name)
+{
+    return QStringLiteral(HALVANE_SOURCE_DIR "/examples/") + QLatin1String(name);
+}
+
+} // namespace
+
+TEST(AntennaTool, DumpShowsTheVersion)
+{
+    const ToolRun tagged = tool({QStringLiteral("dump"), example("AntennaPatterns.hvb")});
+    ASSERT_EQ(tagged.code, 0) << tagged.err.toStdString();
+    EXPECT_TRUE(tagged.out.startsWith("AntennaPatterns 0xAE3C1F2C length 6297\n"
+                                      "  Version 0xCCFEDFA1 length 6\n"
+                                      "    \"1\"\n"
+                                      "  AntennaPattern 0x47DEEEB2 length "));
+    const ToolRun raw = tool({QStringLiteral("dump"), example("AntennaPatterns.hvr")});
+    EXPECT_TRUE(raw.out.startsWith("AntennaPatterns presence 1 (bit 0 first)\n"
+                                   "  Version: \"1\"\n"
+                                   "  AntennaPattern: 4 items\n"));
+}
+
+#ifdef HALVANE_TOOL_PLOT
+
+namespace {
+
+// The rows of a plot's CSV, each split at its commas (names here have none).
+QVector<QStringList> rows(const QByteArray &csv)
+{
+    QVector<QStringList> out;
+    for (const QString &line : QString::fromUtf8(csv).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        out.append(line.split(QLatin1Char(',')));
+    return out;
+}
+
+QString writeFile(QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
+{
+    const QString path = dir.filePath(name);
+    QFile f(path);
+    f.open(QIODevice::WriteOnly);
+    f.write(bytes);
+    return path;
+}
+
+} // namespace
+
+TEST(AntennaTool, PlotPointsAreTheDocumentsSortedByFrequency)
+{
+    QTemporaryDir dir;
+    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
+    // Every example plots as well-formed SVG, in each of its forms.
+    for (const char *name : {"AntennaPatterns.xml", "AntennaMatrixConfiguration.hvb", "AntennaMatrixConfiguration.hvr"}) {
+        const QString svg = dir.filePath(QStringLiteral("plot.svg"));
+        const ToolRun r = tool({QStringLiteral("plot"), example(name), svg});
+        ASSERT_EQ(r.code, 0) << name << r.err.toStdString();
+        EXPECT_EQ(r.err, QString());
+        if (xmllint.isEmpty())
+            continue;
+        QProcess lint;
+        lint.start(xmllint, {QStringLiteral("--noout"), svg});
+        lint.waitForFinished(60000);
+        EXPECT_EQ(lint.exitCode(), 0) << name << lint.readAllStandardError().toStdString();
+    }
+    const ToolRun png = tool({QStringLiteral("plot"), example("AntennaPatterns.xml"), QStringLiteral("--to"), QStringLiteral("png")});
+    EXPECT_TRUE(png.out.startsWith("\x89PNG\r\n\x1A\n"));
+
+    // The CSV holds each point of the document once, sorted by frequency
+    // within its pattern, with numbers that read back to the stored values.
+    const ToolRun csv = tool({QStringLiteral("plot"), example("AntennaPatterns.xml"), QStringLiteral("--csv")});
+    ASSERT_EQ(csv.code, 0);
+    EXPECT_TRUE(csv.out.startsWith("kind,series,frequency,attenuation,width\n"
+                                   "point,\"HF loop, horizontal\",0.5,7.44,342.87\n"));
+    AntennaPatterns document;
+    document.LoadXml(example("AntennaPatterns.xml"));
+    QVector<QPair<QString, Curve>> expected;
+    for (AntennaPattern p : document.GetAntennaPattern()) {
+        QVector<Curve> curves = p.GetCurve();
+        std::stable_sort(curves.begin(), curves.end(),
+                         [](const Curve &a, const Curve &b) { return a.Getfrequency() < b.Getfrequency(); });
+        for (const Curve &c : curves)
+            expected.append(qMakePair(p.Getname(), c));
+    }
+    QVector<QStringList> got = rows(csv.out).mid(1);
+    ASSERT_EQ(got.size(), 110);
+    ASSERT_EQ(expected.size(), 110);
+    for (int i = 0; i < got.size(); ++i) {
+        QStringList row = got[i];
+        if (row.size() == 6) // the one name with a comma, quoted
+            row = QStringList{row[0], QString(row[1] + QLatin1Char(',') + row[2]).remove(QLatin1Char('"')), row[3], row[4],
+                              row[5]};
+        ASSERT_EQ(row.size(), 5) << i;
+        EXPECT_EQ(row[0], QStringLiteral("point"));
+        EXPECT_EQ(row[1], expected[i].first) << i;
+        EXPECT_EQ(row[2].toDouble(), expected[i].second.Getfrequency()) << i;
+        EXPECT_EQ(row[3].toDouble(), expected[i].second.Getattenuation()) << i;
+        EXPECT_EQ(row[4].toDouble(), expected[i].second.Getwidth()) << i;
+    }
+
+    // One antenna: its pattern, then its band and limits.
+    const ToolRun entry = tool({QStringLiteral("plot"), example("AntennaMatrixConfiguration.xml"), QStringLiteral("--entry"),
+                            QStringLiteral("5"), QStringLiteral("--csv")});
+    ASSERT_EQ(entry.code, 0) << entry.err.toStdString();
+    const QVector<QStringList> entryRows = rows(entry.out);
+    ASSERT_EQ(entryRows.size(), 1 + 10 + 4);
+    EXPECT_EQ(entryRows[1].mid(0, 3), (QStringList{QStringLiteral("point"), QStringLiteral("S/EHF horn"), QStringLiteral("6000")}));
+    EXPECT_TRUE(entry.out.endsWith("band,FrequencyStart,6000,,\nband,FrequencyStop,40000,,\n"
+                                   "limit,UpperLimit_HF,30,,\nlimit,UpperLimit_VUHF,3000,,\n"));
+    // Without --entry: every antenna's pattern, named by the entry's index.
+    const ToolRun all = tool({QStringLiteral("plot"), example("AntennaMatrixConfiguration.xml"), QStringLiteral("--csv")});
+    EXPECT_TRUE(all.out.contains("\npoint,5: S/EHF horn,36198.98,4.57,16.63\n"));
+}
+
+TEST(AntennaTool, PlotOfAwkwardPatterns)
+{
+    QTemporaryDir dir;
+    const QString file = writeFile(
+        dir, QStringLiteral("awkward.xml"),
+        "<AntennaPatterns Version=\"1\">"
+        "<AntennaPattern name=\"empty\"/>"
+        "<AntennaPattern name=\"single\"><Curve frequency=\"5\" attenuation=\"-1.5\" width=\"30\"/></AntennaPattern>"
+        "<AntennaPattern name=\"messy\">"
+        "<Curve frequency=\"300\" attenuation=\"3\" width=\"1\"/>"
+        "<Curve frequency=\"100\" attenuation=\"1\" width=\"2\"/>"
+        "<Curve frequency=\"nan\" attenuation=\"9\" width=\"9\"/>"
+        "<Curve frequency=\"200\" attenuation=\"2\" width=\"inf\"/>"
+        "<Curve frequency=\"100\" attenuation=\"1.5\" width=\"4\"/>"
+        "</AntennaPattern></AntennaPatterns>");
+    const ToolRun csv = tool({QStringLiteral("plot"), file, QStringLiteral("--csv")});
+    EXPECT_EQ(csv.code, 0);
+    EXPECT_EQ(csv.out.toStdString(), "kind,series,frequency,attenuation,width\n"
+                                     "point,single,5,-1.5,30\n"
+                                     "point,messy,100,1,2\n"
+                                     "point,messy,100,1.5,4\n"
+                                     "point,messy,300,3,1\n");
+    EXPECT_EQ(csv.err, file + QStringLiteral(": warning: pattern 'empty' has no point to draw\n") + file
+                           + QStringLiteral(": warning: pattern 'messy', point 3: a value is not a finite number; skipped\n")
+                           + file
+                           + QStringLiteral(": warning: pattern 'messy', point 4: a value is not a finite number; skipped\n")
+                           + file
+                           + QStringLiteral(": warning: pattern 'messy': 1 point(s) at a frequency already taken; "
+                                            "drawn in document order\n"));
+    const QString svg = dir.filePath(QStringLiteral("awkward.svg"));
+    EXPECT_EQ(tool({QStringLiteral("plot"), file, svg}).code, 0);
+    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
+    if (!xmllint.isEmpty()) {
+        QProcess lint;
+        lint.start(xmllint, {QStringLiteral("--noout"), svg});
+        lint.waitForFinished(60000);
+        EXPECT_EQ(lint.exitCode(), 0) << lint.readAllStandardError().toStdString();
+    }
+
+    // An antenna without a pattern: its marks alone, under a title that needs escaping in SVG.
+    const QString bare = writeFile(dir, QStringLiteral("bare.xml"),
+                                   "<AntennaMatrixConfiguration><AntennaEntries><AntennaEntry index=\"3\"><AntennaDefinition>"
+                                   "<FrequencyStart>2.5</FrequencyStart><UpperLimit_VUHF>3000</UpperLimit_VUHF>"
+                                   "<Name>Horn &lt;&amp;&gt; \"x\"</Name></AntennaDefinition></AntennaEntry></AntennaEntries>"
+                                   "</AntennaMatrixConfiguration>");
+    const ToolRun marks = tool({QStringLiteral("plot"), bare, QStringLiteral("--entry"), QStringLiteral("3"), QStringLiteral("--csv")});
+    EXPECT_EQ(marks.code, 0);
+    EXPECT_EQ(marks.out.toStdString(), "kind,series,frequency,attenuation,width\n"
+                                       "band,FrequencyStart,2.5,,\n"
+                                       "limit,UpperLimit_VUHF,3000,,\n");
+    EXPECT_EQ(marks.err, bare + QStringLiteral(": warning: antenna 3 has no pattern; its band and limits are drawn alone\n"));
+    const QString bareSvg = dir.filePath(QStringLiteral("bare.svg"));
+    EXPECT_EQ(tool({QStringLiteral("plot"), bare, bareSvg, QStringLiteral("--entry"), QStringLiteral("3")}).code, 0);
+    if (!xmllint.isEmpty()) {
+        QProcess lint;
+        lint.start(xmllint, {QStringLiteral("--noout"), bareSvg});
+        lint.waitForFinished(60000);
+        EXPECT_EQ(lint.exitCode(), 0) << lint.readAllStandardError().toStdString();
+    }
+
+    // What cannot be plotted: one line, the exit code, and no output file.
+    struct Case {
+        QStringList args;
+        int code;
+        QString err;
+    };
+    const QString out = dir.filePath(QStringLiteral("out.svg"));
+    const QString station = example("AntennaMatrixConfiguration.xml");
+    const QString nothing = writeFile(dir, QStringLiteral("nothing.xml"), "<AntennaPatterns Version=\"1\"/>");
+    const Case cases[] = {
+        {{example("ModeManager.xml"), out}, 1,
+         example("ModeManager.xml")
+             + QStringLiteral(": plot draws AntennaPatterns and AntennaMatrixConfiguration documents, not ModeManager\n")},
+        {{station, out, QStringLiteral("--entry"), QStringLiteral("4")}, 1,
+         station + QStringLiteral(": no antenna entry has the index 4\n")},
+        {{nothing, out}, 1, nothing + QStringLiteral(": no pattern to plot\n")},
+        {{file, out, QStringLiteral("--entry"), QStringLiteral("1")}, 2,
+         QStringLiteral("halvane: --entry chooses an antenna of an AntennaMatrixConfiguration (halvane --help shows the usage)\n")},
+        {{file, dir.filePath(QStringLiteral("out.txt"))}, 2,
+         QStringLiteral("halvane: %1: unknown plot format 'txt' (svg, png or csv) (halvane --help shows the usage)\n")
+             .arg(dir.filePath(QStringLiteral("out.txt")))},
+        {{station, out, QStringLiteral("--entry"), QStringLiteral("two")}, 2,
+         QStringLiteral("halvane: --entry takes the index of an antenna entry, not 'two' (halvane --help shows the usage)\n")},
+    };
+    for (const Case &c : cases) {
+        const ToolRun r = tool(QStringList{QStringLiteral("plot")} + c.args);
+        EXPECT_EQ(r.code, c.code) << c.err.toStdString();
+        EXPECT_EQ(r.err, c.err);
+        EXPECT_FALSE(QFile::exists(out));
+    }
+}
+
+#endif // HALVANE_TOOL_PLOT
+#endif // HALVANE_TOOL
