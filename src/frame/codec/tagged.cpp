@@ -47,7 +47,7 @@ public:
         i32(qint32(s.size() * 2));
         char *at = reserve(int(s.size()) * 2);
         for (const QChar c : s) {
-            storeWord(at, c.unicode(), m_big);
+            storeWord(at, quint16(c.unicode()), m_big);
             at += 2;
         }
     }
