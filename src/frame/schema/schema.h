@@ -52,11 +52,12 @@ struct Class {
     bool document = false;      // held by no other class: a document of its own
     QVector<Field> fields;      // in bit order
     QVector<int> taggedOrder;   // field indices in the order of the tagged form
-    // A versioned document: the attribute and tag of its version, and the
-    // version it writes (null for the other classes).
-    QString versionAttribute;
-    quint32 versionTag = 0;
+    // A versioned document: the version it writes (null for the other
+    // classes), and its version as a field outside the field order (bit -1):
+    // a string named and written as its attribute, with the tag of its
+    // record, which holds a QString as the stream writes it.
     QString version;
+    Field versionField;
 
     const Field *field(const QString &name) const;
     const Field *fieldByTag(quint32 tag) const;
@@ -64,6 +65,11 @@ struct Class {
     std::unique_ptr<QUILLET::IQuilletObject> create() const;
     void writeRaw(const QUILLET::IQuilletObject &object, QDataStream &stream) const;
     void readRaw(QUILLET::IQuilletObject &object, QDataStream &stream) const;
+    /*! As the class's copy constructor: the copy shares the payload until one
+        side changes. Null when \a object is not of this class. */
+    std::unique_ptr<QUILLET::IQuilletObject> copy(const QUILLET::IQuilletObject &object) const;
+    /*! As the class's operator==; false when either is not of this class. */
+    bool equal(const QUILLET::IQuilletObject &a, const QUILLET::IQuilletObject &b) const;
 
     const void *ops = nullptr;  // the frame's operations of the class
 };
