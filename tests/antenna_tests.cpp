@@ -943,6 +943,22 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
         EXPECT_EQ(lint.exitCode(), 0) << lint.readAllStandardError().toStdString();
     }
 
+    // Values at the ends of the doubles still give a picture.
+    const QString extreme = writeFile(dir, QStringLiteral("extreme.xml"),
+                                      "<AntennaPatterns Version=\"1\"><AntennaPattern name=\"far\">"
+                                      "<Curve frequency=\"1.7e308\" attenuation=\"-1.7e308\" width=\"4.9e-324\"/>"
+                                      "<Curve frequency=\"-1.7e308\" attenuation=\"1.7e308\" width=\"4.9e-324\"/>"
+                                      "</AntennaPattern><AntennaPattern name=\"tiny\">"
+                                      "<Curve frequency=\"4.9e-324\" attenuation=\"0\" width=\"0\"/>"
+                                      "<Curve frequency=\"1e300\" attenuation=\"0\" width=\"0\"/>"
+                                      "</AntennaPattern></AntennaPatterns>");
+    for (const char *to : {"svg", "png"}) {
+        const ToolRun r = tool({QStringLiteral("plot"), extreme, QStringLiteral("--to"), QLatin1String(to)});
+        EXPECT_EQ(r.code, 0) << to;
+        EXPECT_EQ(r.err, QString()) << to;
+        EXPECT_FALSE(r.out.isEmpty()) << to;
+    }
+
     // What cannot be plotted: one line, the exit code, and no output file.
     struct Case {
         QStringList args;

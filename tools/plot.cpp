@@ -194,11 +194,12 @@ struct Axis {
     double step = 0.2;
     bool log = false;
 
-    /*! The position of \a value between \a from (at lo) and \a to (at hi). */
+    /*! The position of \a value between \a from (at lo) and \a to (at hi).
+        Halves keep differences of the largest doubles finite. */
     double map(double value, double from, double to) const
     {
         const double t = log ? (std::log10(value) - std::log10(lo)) / (std::log10(hi) - std::log10(lo))
-                             : (value - lo) / (hi - lo);
+                             : (value / 2 - lo / 2) / (hi / 2 - lo / 2);
         return from + t * (to - from);
     }
     QVector<double> ticks() const
@@ -208,7 +209,7 @@ struct Axis {
             for (double e = std::round(std::log10(lo)); e <= std::log10(hi) + 1e-9; e += 1)
                 t.append(std::pow(10.0, e));
         } else {
-            const int n = int(std::round((hi - lo) / step));
+            const int n = int(std::min(1000.0, std::round(hi / step - lo / step)));
             for (int i = 0; i <= n; ++i)
                 t.append(lo + i * step);
         }
@@ -228,20 +229,27 @@ Axis axisOf(const QVector<double> &values, bool mayBeLog)
     Axis a;
     if (values.isEmpty())
         return a;
-    a.lo = *std::min_element(values.begin(), values.end());
-    a.hi = *std::max_element(values.begin(), values.end());
-    if (mayBeLog && a.lo > 0 && a.hi / a.lo >= 100) {
-        a.log = true;
-        a.lo = std::pow(10.0, std::floor(std::log10(a.lo)));
-        a.hi = std::pow(10.0, std::ceil(std::log10(a.hi)));
-        return a;
+    const double lo = *std::min_element(values.begin(), values.end());
+    const double hi = *std::max_element(values.begin(), values.end());
+    if (mayBeLog && lo > 0 && hi / lo >= 100) {
+        // Whole decades, where they are numbers (not at the ends of the doubles).
+        const double decadeLo = std::pow(10.0, std::floor(std::log10(lo)));
+        const double decadeHi = std::pow(10.0, std::ceil(std::log10(hi)));
+        if (decadeLo > 0 && std::isfinite(decadeHi)) {
+            a.log = true;
+            a.lo = decadeLo;
+            a.hi = decadeHi;
+            return a;
+        }
     }
+    a.lo = lo;
+    a.hi = hi;
     if (a.lo == a.hi) { // a single value: room around it
-        const double pad = a.lo == 0 ? 1 : std::abs(a.lo) * 0.1;
+        const double pad = std::abs(a.lo) * 0.1 >= 1e-300 ? std::abs(a.lo) * 0.1 : 1.0;
         a.lo -= pad;
         a.hi += pad;
     }
-    a.step = niceStep((a.hi - a.lo) / 6);
+    a.step = niceStep(a.hi / 6 - a.lo / 6);
     a.lo = std::floor(a.lo / a.step) * a.step;
     a.hi = std::ceil(a.hi / a.step) * a.step;
     return a;
