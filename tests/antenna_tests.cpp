@@ -643,6 +643,16 @@ TEST(Antenna, VersionRuleInEveryForm)
         EXPECT_TRUE(fromRaw.IsAntennaPatternSet());
     }
 
+    // A version record whose text is no QString, or runs past the stream, is a length error.
+    const QString lengthError =
+        QStringLiteral("AntennaPatterns::SetBinary(...): Length error occurred during processing of binary representation");
+    for (const QByteArray &value : {QByteArray::fromHex("00000003 003100"), QByteArray::fromHex("00000010 0031")}) {
+        Records bad;
+        bad.record(0xCCFEDFA1, [&](Records &r) { r.bytes(value); });
+        AntennaPatterns cut;
+        expectThrow<BinaryParsingException>([&] { test::readTagged(cut, bad.object()); }, lengthError);
+    }
+
     // An older raw document without items loses the bit just read.
     AntennaPatterns emptied = patterns({QStringLiteral("old")});
     test::readRaw(emptied, QByteArray::fromHex("01" "00000000" "00000000"));

@@ -66,6 +66,14 @@ bool isLengthError(const QString &message, const QSet<QString> &names)
     return message.endsWith(kLengthError) && names.contains(message.left(message.size() - kLengthError.size()));
 }
 
+// A cut record still reaches its setter or append, as the stream gives it
+// (0, an empty text, an item without data): with validation on, the setter's
+// refusal may come before the length error.
+bool isRefusal(const QString &message, const QSet<QString> &names)
+{
+    return isLengthError(message, names) || message.startsWith(QLatin1String("refused: "));
+}
+
 // Reads the first \a size bytes of the raw form; answers the stream's status.
 QDataStream::Status readRawPrefix(const schema::Class &c, const QByteArray &bytes, int size)
 {
@@ -85,6 +93,10 @@ QString readBlockPrefix(const schema::Class &c, const QByteArray &block, int siz
         o->SetBinaryRepresentation(block.left(size));
     } catch (const BinaryParsingException &e) {
         return e.GetMessage();
+    } catch (const OutOfRangeException &e) {
+        return QStringLiteral("refused: ") + e.GetMessage();
+    } catch (const IncompleteDefinitionException &e) {
+        return QStringLiteral("refused: ") + e.GetMessage();
     }
     return QStringLiteral("(read)");
 }
@@ -105,6 +117,10 @@ QString readTaggedPrefix(const schema::Class &c, const QByteArray &tagged, int s
         o->SetBinary(in, length);
     } catch (const BinaryParsingException &e) {
         return e.GetMessage();
+    } catch (const OutOfRangeException &e) {
+        return QStringLiteral("refused: ") + e.GetMessage();
+    } catch (const IncompleteDefinitionException &e) {
+        return QStringLiteral("refused: ") + e.GetMessage();
     }
     return QStringLiteral("(read)");
 }
@@ -227,7 +243,7 @@ TEST(Sweep, EveryTruncatedBinaryFormEndsInTheFormsRefusal)
             else if (size < 12)
                 ASSERT_EQ(message, truncated) << size;
             else
-                ASSERT_TRUE(isLengthError(message, names)) << size << ": " << message.toStdString();
+                ASSERT_TRUE(isRefusal(message, names)) << size << ": " << message.toStdString();
         }
         EXPECT_EQ(readBlockPrefix(*c, block, block.size()), QStringLiteral("(read)"));
 
@@ -236,7 +252,7 @@ TEST(Sweep, EveryTruncatedBinaryFormEndsInTheFormsRefusal)
         const QByteArray tagged = test::tagged(*original);
         for (int size = 4; size < tagged.size(); ++size) {
             const QString message = readTaggedPrefix(*c, tagged, size);
-            ASSERT_TRUE(isLengthError(message, names)) << size << ": " << message.toStdString();
+            ASSERT_TRUE(isRefusal(message, names)) << size << ": " << message.toStdString();
         }
         EXPECT_EQ(readTaggedPrefix(*c, tagged, tagged.size()), QStringLiteral("(read)"));
 

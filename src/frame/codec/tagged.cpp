@@ -1,7 +1,8 @@
 // Tagged binary form: records of field tag, length and value. An object is
 // encoded into one buffer (lengths are stores into it) and handed to the
-// stream at once; it is read with one read of its length and decoded from
-// memory, every length checked against the bytes that remain.
+// stream at once. It is read record by record as the lengths say, from the
+// bytes ahead of the stream's position where they lie in memory, and from the
+// stream itself where they do not (see Source).
 #include "../frame.h"
 #include "words.h"
 #include "../text/messages.h"
@@ -13,6 +14,8 @@
 #include <QtCore/QDataStream>
 
 #include <cstring>
+#include <limits>
+#include <new>
 
 namespace HALVANE {
 namespace frame {
@@ -87,85 +90,259 @@ private:
     bool m_big;
 };
 
+// The stream as the reader sees it. The bytes ahead of the stream's position
+// are decoded where they lie, in a window: the rest of a QBuffer's memory, or
+// the object's bytes as read or peeked from another device. A read that the
+// window cannot hold goes to the stream itself, once the device stands where
+// the reader has got to, and gets what QDataStream's operators get there: as
+// many bytes as there are, and the value 0 (or no bytes) when they run short.
+// When the reader leaves, the device stands just after the last byte read.
 class Source
 {
 public:
-    Source(const char *begin, const char *end, QDataStream::ByteOrder order)
-        : m_at(begin), m_end(end), m_big(order == QDataStream::BigEndian)
+    Source(QDataStream &stream, int length);
+    ~Source() { leaveWindow(); }
+    Source(const Source &) = delete;
+    Source &operator=(const Source &) = delete;
+
+    /*! QDataStream::atEnd() at the reader's position. */
+    bool atEnd() { return m_at < m_end ? false : streamAtEnd(); }
+    quint8 u8() { return Q_LIKELY(m_at < m_end) ? quint8(*m_at++) : wordFromStream<quint8>(); }
+    qint32 i32() { return word<qint32>(); }
+    qint64 i64() { return word<qint64>(); }
+    /*! A QByteArray's bytes, valid until the next read: none for a null one,
+        and none for one that runs past the end of the stream. */
+    void bytes(const char *&data, int &size)
     {
+        if (!bytesInWindow(data, size))
+            bytesFromStream(data, size);
     }
-    qint64 left() const { return m_end - m_at; }
-    bool atEnd() const { return m_at >= m_end; }
-    bool u8(quint8 &v)
+    /*! As bytes(), where the window holds them all; else false, and nothing read. */
+    bool bytesInWindow(const char *&data, int &size)
     {
-        if (left() < 1)
-            return false;
-        v = quint8(*m_at++);
-        return true;
-    }
-    bool i32(qint32 &v) { return word(v); }
-    bool i64(qint64 &v) { return word(v); }
-    /*! A QByteArray's bytes in place; false when its length runs past the end. */
-    bool bytes(const char *&data, int &size)
-    {
-        qint32 n;
-        if (!i32(n))
-            return false;
-        if (n == -1) { // a null array
-            data = m_at;
-            size = 0;
-            return true;
+        if (Q_LIKELY(m_end - m_at >= 4)) {
+            const quint32 n = loadWord<quint32>(m_at, m_big);
+            if (n == 0xFFFFFFFFu) { // a null array
+                m_at += 4;
+                data = m_at;
+                size = 0;
+                return true;
+            }
+            if (Q_LIKELY(n <= quint64(m_end - m_at - 4))) {
+                data = m_at + 4;
+                size = int(n);
+                m_at += 4 + qint64(n);
+                return true;
+            }
         }
-        if (n < 0 || n > left())
-            return false;
-        data = m_at;
-        size = n;
-        m_at += n;
-        return true;
+        return false;
     }
-    /*! A QString as the stream writes it; false when its byte count is odd or runs past the end. */
+    /*! A QString as the stream writes it: a byte count (0xFFFFFFFF for a
+        null one), then UTF-16 units; false for an odd count. Units that run
+        past the end of the stream give an empty string and a short read. */
     bool string(QString &s)
     {
-        qint32 n;
-        if (!i32(n))
-            return false;
-        if (n == -1) {
+        const quint32 n = quint32(i32());
+        if (n == 0xFFFFFFFFu) {
             s = QString();
             return true;
         }
-        if (n < 0 || (n & 1) || n > left())
+        if (n & 1)
             return false;
-        if (n == 0) {
-            s = QString(QLatin1String(""));
-            return true;
+        const char *data;
+        int size;
+        if (Q_LIKELY(qint64(n) <= m_end - m_at)) {
+            data = m_at;
+            size = int(n);
+            m_at += n;
+        } else {
+            leaveWindow();
+            runFromStream(n, data, size);
         }
-        s = QString(n / 2, Qt::Uninitialized);
-        QChar *out = s.data();
-        for (int i = 0; i < n / 2; ++i, m_at += 2)
-            out[i] = QChar(loadWord<quint16>(m_at, m_big));
+        s = QString(QLatin1String(""));
+        if (size > 0) {
+            s.resize(size / 2);
+            QChar *out = s.data();
+            for (int i = 0; i < size / 2; ++i)
+                out[i] = QChar(loadWord<quint16>(data + 2 * i, m_big));
+        }
         return true;
     }
+    /*! Skips the value of an unknown record: nothing for a length below 1. */
     void skip(qint64 n)
     {
-        if (n > 0)
-            m_at += qMin(n, left());
+        if (n <= 0)
+            return;
+        if (Q_LIKELY(n <= m_end - m_at))
+            m_at += n;
+        else
+            skipInStream(n);
     }
+    /*! Bytes known to lie ahead; 0 once the reader is past its window. */
+    qint64 windowLeft() const { return m_end - m_at; }
+    /*! Number of reads so far that ran past the end of the stream. */
+    int shortReads() const { return m_shortReads; }
 
 private:
-    template <class T>
-    bool word(T &v)
-    {
-        if (left() < qint64(sizeof(T)))
-            return false;
-        v = loadWord<T>(m_at, m_big);
-        m_at += sizeof(T);
-        return true;
-    }
+    enum class Return { None, Seek, Skip };
 
-    const char *m_at;
-    const char *m_end;
+    template <class T>
+    T word()
+    {
+        if (Q_LIKELY(m_end - m_at >= qint64(sizeof(T)))) {
+            const T v = loadWord<T>(m_at, m_big);
+            m_at += sizeof(T);
+            return v;
+        }
+        return wordFromStream<T>();
+    }
+    // The stream's side, out of the way of the window's.
+    template <class T>
+    Q_NEVER_INLINE T wordFromStream()
+    {
+        char raw[sizeof(T)];
+        return readFromStream(raw, int(sizeof(T))) == int(sizeof(T)) ? loadWord<T>(raw, m_big) : T(0);
+    }
+    /*! Brings the device to where the reader has got to; the stream's side
+        reads from there. */
+    void leaveWindow()
+    {
+        if (m_return == Return::None)
+            return;
+        const qint64 taken = m_at - m_begin;
+        if (m_return == Return::Seek)
+            m_stream.device()->seek(m_origin + taken);
+        else if (taken > 0)
+            m_stream.device()->skip(taken);
+        m_return = Return::None;
+        m_begin = m_at = m_end = nullptr;
+    }
+    Q_NEVER_INLINE bool streamAtEnd();
+    Q_NEVER_INLINE int readFromStream(char *to, int n);
+    Q_NEVER_INLINE void bytesFromStream(const char *&data, int &size);
+    void runFromStream(quint32 n, const char *&data, int &size);
+    Q_NEVER_INLINE void skipInStream(qint64 n);
+
+    QDataStream &m_stream;
+    const char *m_begin = nullptr;
+    const char *m_at = nullptr;
+    const char *m_end = nullptr;
+    Return m_return = Return::None; // how the device is brought to the reader
+    qint64 m_origin = 0;            // device position of m_begin
+    int m_shortReads = 0;
     bool m_big;
+    QByteArray m_own; // the window, where it is not a QBuffer's; later a text read from the stream
 };
+
+Source::Source(QDataStream &stream, int length) : m_stream(stream), m_big(stream.byteOrder() == QDataStream::BigEndian)
+{
+    QIODevice *device = stream.device();
+    // Without a window: no device, no bytes wanted, a text mode device (its
+    // positions do not count the bytes read), and a transaction that has
+    // failed already (the stream reads nothing more).
+    if (!device || length < 1 || !device->isReadable() || device->isTextModeEnabled()
+        || (stream.status() != QDataStream::Ok && device->isTransactionStarted()))
+        return;
+    if (QBuffer *buffer = qobject_cast<QBuffer *>(device)) {
+        const QByteArray &data = buffer->data();
+        m_origin = buffer->pos();
+        if (m_origin >= data.size())
+            return;
+        m_begin = data.constData() + m_origin;
+        m_end = data.constData() + data.size();
+        m_return = Return::Seek;
+    } else if (!device->isSequential()) {
+        // Read in steps, so that a length word reserves no more memory than
+        // the device delivers; what the reader leaves is sought back.
+        m_origin = device->pos();
+        constexpr qint64 kFirstStep = 1 << 16;
+        qint64 want = length;
+        const qint64 there = device->size() - m_origin;
+        if (there > 0)
+            want = qMin(want, there);
+        qint64 have = 0;
+        while (have < want) {
+            const qint64 step = qMin(want - have, qMax(kFirstStep, have));
+            m_own.resize(int(have + step));
+            const qint64 got = device->read(m_own.data() + have, step);
+            if (got > 0)
+                have += got;
+            if (got < step)
+                break;
+        }
+        m_own.resize(int(have));
+        m_begin = m_own.constData();
+        m_end = m_begin + m_own.size();
+        m_return = Return::Seek;
+    } else {
+        // A sequential device is peeked, as far as it has bytes at hand; what
+        // the reader takes is read off when it leaves.
+        const qint64 want = qMin<qint64>(length, device->bytesAvailable());
+        if (want <= 0)
+            return;
+        m_own.resize(int(want));
+        const qint64 got = device->peek(m_own.data(), want);
+        m_own.resize(int(qMax<qint64>(got, 0)));
+        m_begin = m_own.constData();
+        m_end = m_begin + m_own.size();
+        m_return = Return::Skip;
+    }
+    m_at = m_begin;
+}
+
+bool Source::streamAtEnd()
+{
+    leaveWindow();
+    return m_stream.atEnd();
+}
+
+int Source::readFromStream(char *to, int n)
+{
+    leaveWindow();
+    const qint64 got = m_stream.readRawData(to, n); // int before Qt 6.7
+    if (got != n)
+        ++m_shortReads;
+    return int(got);
+}
+
+void Source::skipInStream(qint64 n)
+{
+    leaveWindow();
+    if (m_stream.skipRawData(int(n)) != n)
+        ++m_shortReads;
+}
+
+// As QDataStream reads a QByteArray: the length word, then the bytes in steps
+// until they are all there or the stream runs out; then it holds none.
+void Source::bytesFromStream(const char *&data, int &size)
+{
+    const quint32 n = quint32(i32());
+    leaveWindow(); // the window's memory may now hold the text
+    runFromStream(n, data, size);
+}
+
+// The n bytes of a text after its length word, from the stream itself.
+void Source::runFromStream(quint32 n, const char *&data, int &size)
+{
+    size = 0;
+    if (n != 0xFFFFFFFFu) {
+        constexpr qint64 kFirstStep = 1 << 12;
+        constexpr qint64 kMaxSize = std::numeric_limits<int>::max() - 64;
+        qint64 have = 0;
+        while (have < qint64(n)) {
+            const qint64 step = qMin(qint64(n) - have, qMax(kFirstStep, have));
+            if (have + step > kMaxSize)
+                throw std::bad_alloc(); // as a QByteArray that cannot grow
+            m_own.resize(int(have + step));
+            if (readFromStream(m_own.data() + have, int(step)) != step)
+                break;
+            have += step;
+        }
+        if (have == qint64(n))
+            size = int(n);
+    }
+    data = m_own.constData();
+}
 
 bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked);
 
@@ -200,8 +377,8 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
 {
     sink.i32(f.tag);
     const int length = sink.open();
-    switch (f.kind) {
-    case Kind::ObjectList: {
+    switch (traits(f.kind).items) {
+    case Items::Objects: {
         const int n = f.itemOps->listSize(list);
         sink.i32(n);
         if (set || !f.required()) {
@@ -210,7 +387,7 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
         }
         break;
     }
-    case Kind::StringList: {
+    case Items::Strings: {
         const auto &items = *static_cast<const QVector<QString> *>(list);
         sink.i32(qint32(items.size()));
         if (set || !f.required()) {
@@ -222,7 +399,7 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
         }
         break;
     }
-    case Kind::EnumList: {
+    case Items::Enums: {
         const auto &items = *static_cast<const QVector<qint8> *>(list);
         sink.i32(qint32(items.size()));
         if (set || !f.required()) {
@@ -234,7 +411,7 @@ void encodeList(const Field &f, void *list, bool set, bool checked, Sink &sink)
         }
         break;
     }
-    default:
+    case Items::None:
         break;
     }
     sink.close(length);
@@ -300,25 +477,32 @@ bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked
 
 void decodeObject(const Obj &o, Source &src, qint64 length, bool top);
 
+Q_NEVER_INLINE void decodeTextFromStream(const Obj &o, int index, Source &src)
+{
+    const char *data;
+    int size;
+    src.bytes(data, size);
+    setFromUtf8(o, index, data, size);
+}
+
 // One text value of a record or list item, converted as the XML reader does.
 void decodeText(const Obj &o, int index, Source &src)
 {
     const char *data;
     int size;
-    if (!src.bytes(data, size))
-        messages::lengthError(o.self->GetObjectName());
-    setFromUtf8(o, index, data, size);
+    if (Q_LIKELY(src.bytesInWindow(data, size)))
+        setFromUtf8(o, index, data, size);
+    else
+        decodeTextFromStream(o, index, src);
 }
 
 void decodeList(const Obj &o, int index, Source &src)
 {
     const Field &f = o.desc->fields[index];
-    qint32 count;
-    if (!src.i32(count))
-        messages::lengthError(o.self->GetObjectName());
+    const qint32 count = src.i32();
     // Every item takes at least its 4-byte length word: reserve no more than
-    // the remaining bytes can hold.
-    const int room = count > 0 ? int(qMin<qint64>(count, src.left() / 4)) : 0;
+    // the bytes known to lie ahead can hold.
+    const int room = count > 0 ? int(qMin<qint64>(count, src.windowLeft() / 4)) : 0;
     Payload *p = initData(o);
     void *list = p->at(f);
     if (f.kind == Kind::ObjectList)
@@ -326,8 +510,11 @@ void decodeList(const Obj &o, int index, Source &src)
     else if (f.kind == Kind::StringList)
         static_cast<QVector<QString> *>(list)->reserve(static_cast<QVector<QString> *>(list)->size() + room);
     for (qint32 i = 0; i < count; ++i) {
-        qint32 itemLength;
-        if (!src.i32(itemLength))
+        // Past the end of the stream every further item would be the same
+        // empty one: the count is not followed there, it is a length error.
+        const int shortReads = src.shortReads();
+        const qint32 itemLength = src.i32();
+        if (src.shortReads() != shortReads)
             messages::lengthError(o.self->GetObjectName());
         if (f.kind == Kind::ObjectList) {
             TempItem item(f.itemOps);
@@ -341,19 +528,24 @@ void decodeList(const Obj &o, int index, Source &src)
     }
 }
 
-// SetBinary of one object from memory; the top object has had its prologue.
+// SetBinary of one object, record by record; the top object has had its
+// prologue. Each record is taken for the length it states, whatever its value
+// reads: the value of a record that claims more than its object holds is read
+// on from the stream, and its object's length error follows. A value that runs
+// past the end of the stream reads as QDataStream gives it (0, or an empty
+// text) and goes to the setter; that, too, ends in the object's length error,
+// also where the lengths happen to add up.
 void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
 {
     if (!top)
         prologue(o);
     initData(o);
+    const int shortReads = src.shortReads();
     qint64 remaining = length;
     if (length >= 1) {
         while (remaining > 0 && !src.atEnd()) {
-            qint32 tag;
-            qint32 recordLength;
-            if (!src.i32(tag) || !src.i32(recordLength))
-                messages::lengthError(o.self->GetObjectName());
+            const qint32 tag = src.i32();
+            const qint32 recordLength = src.i32();
             remaining -= 8 + qint64(recordLength);
             const int index = o.desc->findTag(quint32(tag));
             if (index < 0) {
@@ -370,18 +562,13 @@ void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
             const Field &f = o.desc->fields[index];
             switch (f.kind) {
             case Kind::Bool: {
-                quint8 byte;
-                if (!src.u8(byte))
-                    messages::lengthError(o.self->GetObjectName());
-                const bool value = byte != 0;
+                const bool value = src.u8() != 0;
                 setValue(o, index, &value);
                 break;
             }
             case Kind::Int:
             case Kind::Int64: {
-                qint64 wide;
-                if (!src.i64(wide))
-                    messages::lengthError(o.self->GetObjectName());
+                const qint64 wide = src.i64();
                 ScalarValue value;
                 if (f.kind == Kind::Int)
                     value.i = qint32(quint32(quint64(wide)));
@@ -414,7 +601,7 @@ void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
             }
         }
     }
-    if (remaining != 0)
+    if (remaining != 0 || src.shortReads() != shortReads)
         messages::lengthError(o.self->GetObjectName());
 }
 
@@ -433,43 +620,7 @@ void setBinary(const Obj &o, QDataStream &stream, int length)
 {
     prologue(o);
     initData(o);
-    // A QBuffer's memory is decoded where it lies.
-    QBuffer *device = qobject_cast<QBuffer *>(stream.device());
-    if (device && device->isReadable() && !device->isTextModeEnabled()) {
-        const QByteArray &data = device->data();
-        const qint64 start = device->pos();
-        const qint64 available = qMax<qint64>(0, data.size() - start);
-        const qint64 take = qMin<qint64>(qMax(length, 0), available);
-        if (take < length)
-            stream.setStatus(QDataStream::ReadPastEnd);
-        device->seek(start + take);
-        Source src(data.constData() + start, data.constData() + start + take, stream.byteOrder());
-        decodeObject(o, src, length, true);
-        return;
-    }
-    // Other devices are read in bounded steps: a length word never reserves
-    // more memory than the stream actually delivers.
-    QByteArray buffer;
-    if (length > 0) {
-        constexpr int kStep = 1 << 20;
-        int have = 0;
-        while (have < length) {
-            const int want = qMin(length - have, kStep);
-            if (buffer.capacity() < have + want)
-                buffer.reserve(qMin(length, qMax(have + want, 2 * buffer.capacity())));
-            buffer.resize(have + want);
-            const int got = stream.readRawData(buffer.data() + have, want);
-            if (got <= 0)
-                break;
-            have += got;
-            if (got < want)
-                break;
-        }
-        buffer.resize(have);
-        if (have < length)
-            stream.setStatus(QDataStream::ReadPastEnd);
-    }
-    Source src(buffer.constData(), buffer.constData() + buffer.size(), stream.byteOrder());
+    Source src(stream, length);
     decodeObject(o, src, length, true);
 }
 
