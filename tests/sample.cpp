@@ -27,7 +27,7 @@ constexpr const char *kChoicesNames[] = {
 const frame::NameTable kChoicesTable(kChoicesNames);
 
 constexpr FieldDef kFields[] = {
-    intField("index", 0x00000101, Attribute | ElementToo),
+    intField("index", 0x2128394B, Attribute | ElementToo),
     boolField("Enabled", 0x00000102, 0, true).withDefault(),
     boolField("Strict", 0x00000103, 0),
     intField("Count", 0x00000104, 0).withRange(-1, 10),

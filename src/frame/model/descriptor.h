@@ -266,6 +266,16 @@ constexpr bool uniqueNames(const FieldDef (&fields)[N])
     return true;
 }
 
+/*! No field of the table has the tag (a version's record). */
+template <int N>
+constexpr bool tagOfNoField(quint32 tag, const FieldDef (&fields)[N])
+{
+    for (int i = 0; i < N; ++i)
+        if (fields[i].tag == tag)
+            return false;
+    return true;
+}
+
 /*! No tagged order of its own: the field order. */
 template <int N>
 constexpr bool isOrderOf(std::nullptr_t, const FieldDef (&)[N])
@@ -300,6 +310,17 @@ struct Hooks {
     void (*checkExtra)(const QUILLET::IQuilletObject &self, bool recursive);
 };
 
+/*! The version of a versioned document class, as its description gives it:
+    the attribute of its element, the tag of its record in the tagged form,
+    and the version this class writes. The raw form carries it behind the
+    presence bytes. A document read in an older version empties the object
+    first (see version.cpp). */
+struct VersionDef {
+    const char *attribute;
+    quint32 tag;
+    const char *current;
+};
+
 /*! A field row with what the frame derives from it once. */
 struct Field : FieldDef {
     const ObjectOps *itemOps; // Nested, ObjectList
@@ -315,7 +336,8 @@ struct Field : FieldDef {
 
 struct ClassDescriptor {
     ClassDescriptor(const char *name, quint32 id, const FieldDef *fields, int count,
-                    const Hooks *hooks = nullptr, const quint16 *taggedOrder = nullptr);
+                    const Hooks *hooks = nullptr, const quint16 *taggedOrder = nullptr,
+                    const VersionDef *version = nullptr);
     ClassDescriptor(const ClassDescriptor &) = delete;
     ClassDescriptor &operator=(const ClassDescriptor &) = delete;
 
@@ -330,6 +352,12 @@ struct ClassDescriptor {
     quint16 wordCount;           // presence words: one bit per field
     bool hasChildren;            // nested or object list fields
     bool hasRequired;
+    // A versioned class's version; null for the others. The payload then
+    // holds the version last read, a string without a presence bit.
+    const VersionDef *version;
+    QString versionAttribute;
+    QString currentVersion;
+    quint16 loadedVersionOffset;
 
     int findTag(quint32 tag) const;
 
@@ -354,6 +382,7 @@ struct Payload {
     template <class T>
     T &value(const Field &f) { return *reinterpret_cast<T *>(data() + f.offset); }
     quint8 &state(const ClassDescriptor &desc);
+    QString &loadedVersion(const ClassDescriptor &desc);
 
     static constexpr int kWordsOffset = sizeof(QAtomicInt);
 };
@@ -372,6 +401,11 @@ struct Obj {
 inline quint8 &Payload::state(const ClassDescriptor &desc)
 {
     return *reinterpret_cast<quint8 *>(data() + desc.stateOffset);
+}
+
+inline QString &Payload::loadedVersion(const ClassDescriptor &desc)
+{
+    return *reinterpret_cast<QString *>(data() + desc.loadedVersionOffset);
 }
 
 } // namespace frame

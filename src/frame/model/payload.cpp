@@ -144,6 +144,8 @@ Payload *createPayload(const ClassDescriptor &desc)
         p->state(desc) = 0;
     for (const Field &f : desc.fields)
         traits(f.kind).construct(f, p->at(f));
+    if (desc.version)
+        new (&p->loadedVersion(desc)) QString();
     return p;
 }
 
@@ -160,6 +162,8 @@ Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
         p->state(desc) = quint8(from->state(desc) & LoggerClean);
     for (const Field &f : desc.fields)
         traits(f.kind).copy(f, p->at(f), from->at(f));
+    if (desc.version)
+        new (&p->loadedVersion(desc)) QString(from->loadedVersion(desc));
     return p;
 }
 
@@ -167,6 +171,8 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
 {
     for (const Field &f : desc.fields)
         traits(f.kind).destroy(f, p->at(f));
+    if (desc.version)
+        p->loadedVersion(desc).~QString();
     p->ref.~QAtomicInt();
     freePayload(p, desc.payloadSize);
 }
@@ -174,8 +180,8 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
 } // namespace
 
 ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef *defs, int count,
-                                 const Hooks *hooks_, const quint16 *order)
-    : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_)
+                                 const Hooks *hooks_, const quint16 *order, const VersionDef *version_)
+    : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_), version(version_)
 {
     fields.reserve(count);
     QVector<QString> elementNames;
@@ -211,6 +217,15 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
             f.offset = quint16(offset);
             offset += t.size;
         }
+    }
+    // The version last read follows the values.
+    loadedVersionOffset = 0;
+    if (version) {
+        versionAttribute = QString::fromLatin1(version->attribute);
+        currentVersion = QString::fromLatin1(version->current);
+        offset = (offset + int(alignof(QString)) - 1) / int(alignof(QString)) * int(alignof(QString));
+        loadedVersionOffset = quint16(offset);
+        offset += int(sizeof(QString));
     }
     stateOffset = quint16(offset);
     if (hasChildren)
