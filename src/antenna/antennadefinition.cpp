@@ -28,7 +28,7 @@ constexpr FieldDef kFields[] = {
     doubleField("UpperLimit_VUHF", 0xE0C30A12, 0),
     stringField("Name", 0x8C9FBCA8, 0),
     boolField("Valid", 0x4E569108, 0),
-    nestedField("AntennaPattern", 0x47DEEEB2, 0, &opsOf<AntennaPattern>),
+    nestedField<AntennaPattern>("AntennaPattern", 0x47DEEEB2, 0),
 };
 
 } // namespace

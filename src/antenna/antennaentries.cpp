@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("AntennaEntry", 0xA34A4594, 0, &opsOf<AntennaEntry>),
+    objectListField<AntennaEntry>("AntennaEntry", 0xA34A4594, 0),
 };
 
 } // namespace

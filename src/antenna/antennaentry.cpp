@@ -11,8 +11,8 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    nestedField("AntennaDefinition", 0x48C4CAE1, Required, &opsOf<AntennaDefinition>),
-    nestedField("AntennaConfiguration", 0x2B0B681D, Required, &opsOf<AntennaConfiguration>),
+    nestedField<AntennaDefinition>("AntennaDefinition", 0x48C4CAE1, Required),
+    nestedField<AntennaConfiguration>("AntennaConfiguration", 0x2B0B681D, Required),
     intField("index", 0x2128394B, Required | Attribute | ElementToo).withRange(0, 31),
 };
 constexpr quint16 kTaggedOrder[] = {2, 0, 1};

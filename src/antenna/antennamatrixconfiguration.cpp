@@ -47,9 +47,9 @@ constexpr FieldDef kFields[] = {
     intField("OutputAuxWord", 0xC392DEFE, 0).withRange(0, 65535),
     doubleField("TunerFrequencyLimitHF", 0x4092100F, 0),
     doubleField("TunerFrequencyLimitVUHF", 0x8A4FBA1F, 0),
-    nestedField("AntennaEntries", 0x0DBA964C, Required, &opsOf<AntennaEntries>),
-    nestedField("AuxTimings", 0x6B49FF0D, Required, &opsOf<AuxTimings>),
-    nestedField("AntennaRxPaths", 0xA77D88BB, Required, &opsOf<AntennaRxPaths>),
+    nestedField<AntennaEntries>("AntennaEntries", 0x0DBA964C, Required),
+    nestedField<AuxTimings>("AuxTimings", 0x6B49FF0D, Required),
+    nestedField<AntennaRxPaths>("AntennaRxPaths", 0xA77D88BB, Required),
 };
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("Curve", 0xCE8FF818, Required, &opsOf<Curve>),
+    objectListField<Curve>("Curve", 0xCE8FF818, Required),
     stringField("name", 0xCB4CF645, Required | Attribute | ElementToo),
 };
 constexpr quint16 kTaggedOrder[] = {1, 0};

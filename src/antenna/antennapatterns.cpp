@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("AntennaPattern", 0x47DEEEB2, Required, &opsOf<AntennaPattern>),
+    objectListField<AntennaPattern>("AntennaPattern", 0x47DEEEB2, Required),
 };
 constexpr VersionDef kVersion = {"Version", 0xCCFEDFA1, "1"};
 

@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("AntennaRxPath", 0x261FCFB7, 0, &opsOf<AntennaRxPath>),
+    objectListField<AntennaRxPath>("AntennaRxPath", 0x261FCFB7, 0),
 };
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("AuxTiming", 0x2A772D28, 0, &opsOf<AuxTiming>),
+    objectListField<AuxTiming>("AuxTiming", 0x2A772D28, 0),
 };
 
 } // namespace
