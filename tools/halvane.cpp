@@ -180,6 +180,9 @@ QStringList faultsOf(const QString &file, const QByteArray &bytes, const QString
             return problems;
     }
     try {
+        // Lengths and headers first, as plain reading finds them; then the
+        // setters' and Check's tests.
+        load(file, bytes, format, false);
         const Document doc = load(file, bytes, format, true);
         doc.object->Check();
     } catch (const DocumentError &e) {
@@ -198,8 +201,9 @@ int run(const Command &command, const Options &o)
             throw UsageError{QStringLiteral("convert takes IN and OUT"), name};
         const QString in = o.args[0], out = o.args[1];
         const QString to = formatOf(out, o.to);
+        QString from = in == QLatin1String("-") ? QString() : formatOf(in, o.from);
         const QByteArray bytes = readInput(in);
-        const QString from = formatOf(in, o.from, &bytes);
+        from = formatOf(in, o.from, &bytes);
         if (!o.force) {
             const QStringList faults = faultsOf(in, bytes, from, true);
             if (!faults.isEmpty())
@@ -212,6 +216,10 @@ int run(const Command &command, const Options &o)
     if (name == QLatin1String("validate")) {
         if (o.args.isEmpty())
             throw UsageError{QStringLiteral("validate takes one or more files"), name};
+        for (const QString &file : o.args) {
+            if (file != QLatin1String("-"))
+                formatOf(file, o.from);
+        }
         int bad = 0;
         for (const QString &file : o.args) {
             QStringList faults;

@@ -11,6 +11,7 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QtEndian>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -142,7 +143,14 @@ QString fieldName(const schema::Class &c, const schema::Field &f)
 class XmlCheck
 {
 public:
-    XmlCheck(const QString &file, const QByteArray &bytes) : m_file(file), m_r(bytes) {}
+    XmlCheck(const QString &file, const QByteArray &bytes) : m_file(file), m_text(QString::fromUtf8(bytes)), m_r(m_text)
+    {
+        m_lines.append(0);
+        for (int i = 0; i < m_text.size(); ++i) {
+            if (m_text[i] == QLatin1Char('\n'))
+                m_lines.append(i + 1);
+        }
+    }
 
     QStringList run()
     {
@@ -170,11 +178,34 @@ private:
         qint64 line, column;
     };
 
-    // The next token; m_start is where it begins (columns from 1).
+    // The line and column (from 1) of a character of the text.
+    Place placeOf(qint64 offset) const
+    {
+        const auto after = std::upper_bound(m_lines.begin(), m_lines.end(), int(offset));
+        const int line = int(after - m_lines.begin());
+        return Place{line, offset - m_lines[line - 1] + 1};
+    }
+
+    // The next token; m_start is where it begins: the '<' of an element,
+    // the first character of text that is not white space.
     void next()
     {
-        m_start = Place{m_r.lineNumber(), m_r.columnNumber() + 1};
         m_r.readNext();
+        const qint64 end = m_r.characterOffset();
+        if (m_r.isStartElement()) {
+            m_start = placeOf(qMax(0, m_text.lastIndexOf(QLatin1Char('<'), int(end) - 1)));
+        } else if (m_r.isCharacters()) {
+            const QStringRef text = m_r.text();
+            int lead = 0;
+            while (lead < text.size() && text.at(lead).isSpace())
+                ++lead;
+            // The reader may have looked one character ahead.
+            const QString head = text.mid(lead, 16).toString();
+            const int at = m_text.indexOf(head, int(qMax<qint64>(0, end - text.size() + lead - 2)));
+            m_start = placeOf(at < 0 ? end : at);
+        } else {
+            m_start = Place{m_r.lineNumber(), m_r.columnNumber() + 1};
+        }
     }
 
     void report(const Place &at, const QString &what)
@@ -279,7 +310,9 @@ private:
     }
 
     QString m_file;
+    QString m_text;
     QXmlStreamReader m_r;
+    QVector<int> m_lines; // offsets of the lines' first characters
     Place m_start{1, 1};
     QStringList m_problems;
 };
