@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up, builds and runs the main job: the halvane tool on the bundled
-# example documents (convert between the three forms, validate, dump), then
+# example documents (convert between the three forms, validate, dump, plot), then
 # the demo program.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -20,4 +20,6 @@ done
 "$halvane" validate examples/*.xml examples/*.hvb examples/*.hvr
 "$halvane" dump examples/Administration.hvb
 "$halvane" dump examples/MeasurementList.hvr
+"$halvane" plot examples/AntennaPatterns.xml "$out/AntennaPatterns.svg"
+echo "AntennaPatterns: plotted to $out/AntennaPatterns.svg"
 ./build/tools/halvane-demo

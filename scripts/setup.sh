@@ -2,7 +2,8 @@
 # Installs what the build needs from Debian's packages (run as root). Packages
 # already present are not fetched again.
 set -euo pipefail
-packages=(cmake ninja-build g++ qtbase5-dev qt6-base-dev libgtest-dev libbenchmark-dev libxml2-utils "$@")
+packages=(cmake ninja-build g++ qtbase5-dev qt6-base-dev libqt5svg5-dev qt6-svg-dev libgtest-dev libbenchmark-dev
+  libxml2-utils "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

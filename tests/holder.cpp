@@ -11,8 +11,8 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    nestedField("List", 0x00000201, Required, &opsOf<MeasurementResultList>).withElement("MeasurementResultList"),
-    objectListField("Items", 0x00000202, Required, &opsOf<MeasurementList>).withElement("MeasurementList"),
+    nestedField<MeasurementResultList>("List", 0x00000201, Required).withElement("MeasurementResultList"),
+    objectListField<MeasurementList>("Items", 0x00000202, Required).withElement("MeasurementList"),
 };
 
 } // namespace

@@ -27,7 +27,7 @@ constexpr const char *kChoicesNames[] = {
 const frame::NameTable kChoicesTable(kChoicesNames);
 
 constexpr FieldDef kFields[] = {
-    intField("index", 0x00000101, Attribute | ElementToo),
+    intField("index", 0x2128394B, Attribute | ElementToo),
     boolField("Enabled", 0x00000102, 0, true).withDefault(),
     boolField("Strict", 0x00000103, 0),
     intField("Count", 0x00000104, 0).withRange(-1, 10),
@@ -37,8 +37,8 @@ constexpr FieldDef kFields[] = {
     stringField("Label", 0x00000108, 0, "none").withDefault(),
     dateTimeField("When", 0x00000109, 0),
     enumField("Mode", 0x0000010A, 0, &kModeTable, 1).withDefault(),
-    nestedField("MinMaxStep", 0xC693EC10, 0, &opsOf<MinMaxStep>),
-    objectListField("Results", 0x0000010C, 0, &opsOf<RDSResult>).withElement("RDSResult"),
+    nestedField<MinMaxStep>("MinMaxStep", 0xC693EC10, 0),
+    objectListField<RDSResult>("Results", 0x0000010C, 0).withElement("RDSResult"),
     stringListField("Path", 0x0000010D, 0),
     enumListField("Choices", 0x0000010E, 0, &kChoicesTable),
 };

@@ -68,7 +68,7 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- index: int, attribute "index" (also read as an element), tag 0x00000101, optional, initial 0, no default.
+    // ---- index: int, attribute "index" (also read as an element), tag 0x2128394B, optional, initial 0, no default.
     /// True when the field is set; creates no payload.
     bool IsindexSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.

@@ -159,6 +159,81 @@ MeasurementResult result(const QDateTime &stamp, double value)
     return r;
 }
 
+// The antenna matrix: a station with one antenna, a timing and a path, and a
+// pattern document; every class of the subsystem is a sample of its own.
+std::vector<Sample> antennaSamples()
+{
+    AntennaPattern pattern;
+    pattern.SetValidate(true);
+    pattern.Setname(QStringLiteral("Horn ✓"));
+    for (int i = 0; i < 5; ++i) {
+        Curve c;
+        c.Setfrequency(1000.0 / 3 * (i + 1));
+        c.Setattenuation(-0.125 * i);
+        c.Setwidth(45.5 - i);
+        pattern.AppendCurve(c);
+    }
+    AntennaPatterns patterns;
+    patterns.SetValidate(true);
+    patterns.AppendAntennaPattern(pattern);
+
+    AntennaMatrixConfiguration station;
+    station.SetValidate(true);
+    station.ResetToDefault();
+    station.SetAntennaControlMode(1);
+    station.SetAntennaPathSelected(10);
+    station.SetOutputAuxMode(2);
+    station.SetOutputAuxWord(65535);
+    station.SetTunerFrequencyLimitHF(30.000001);
+    station.SetTunerFrequencyLimitVUHF(3000);
+    AntennaEntry entry;
+    entry.Setindex(31);
+    AntennaDefinition &d = entry.GetAntennaDefinition();
+    d.SetFactorDataSet(QStringLiteral("Faktoren ü"));
+    d.SetPolarMode(4);
+    d.SetFrequencyStart(0.009);
+    d.SetFrequencyStop(8000.5);
+    d.SetUpperLimit_HF(30);
+    d.SetUpperLimit_VUHF(3000);
+    d.SetName(QStringLiteral("Horn"));
+    d.SetValid(false);
+    d.SetAntennaPattern(pattern);
+    AntennaConfiguration &c = entry.GetAntennaConfiguration();
+    c.SetFrequencyStartUsed(1.005);
+    c.SetFrequencyStopUsed(2);
+    c.SetInputRoute_HF(2);
+    c.SetInputRoute_VUHF(4);
+    c.SetInputRoute_SHF(1);
+    c.SetInputRoute_SEHF(2);
+    c.SetOutputAuxByte(255);
+    c.SetOutputAuxMask(0);
+    c.SetRxPath(10);
+    station.GetAntennaEntries().AppendAntennaEntry(entry);
+    AuxTiming timing;
+    timing.Setindex(15);
+    timing.SetAuxSwitchingTime(0.005);
+    timing.SetAuxGuardTime(4.999);
+    station.GetAuxTimings().AppendAuxTiming(timing);
+    AntennaRxPath path;
+    path.Setindex(10);
+    path.SetNAME(QStringLiteral(""));
+    path.SetROTOR(QStringLiteral("Rotor ä"));
+    station.GetAntennaRxPaths().AppendAntennaRxPath(path);
+
+    return {sample(QStringLiteral("AntennaMatrixConfiguration"), station),
+            sample(QStringLiteral("AntennaEntries"), station.GetAntennaEntries()),
+            sample(QStringLiteral("AntennaEntry"), entry),
+            sample(QStringLiteral("AntennaDefinition"), entry.GetAntennaDefinition()),
+            sample(QStringLiteral("AntennaConfiguration"), entry.GetAntennaConfiguration()),
+            sample(QStringLiteral("AuxTimings"), station.GetAuxTimings()),
+            sample(QStringLiteral("AuxTiming"), timing),
+            sample(QStringLiteral("AntennaRxPaths"), station.GetAntennaRxPaths()),
+            sample(QStringLiteral("AntennaRxPath"), path),
+            sample(QStringLiteral("AntennaPatterns"), patterns),
+            sample(QStringLiteral("AntennaPattern"), pattern),
+            sample(QStringLiteral("Curve"), pattern.GetCurve().at(4))};
+}
+
 std::vector<Sample> samples()
 {
     const QDateTime utc(QDate(2026, 11, 24), QTime(12, 34, 56, 789), Qt::UTC);
@@ -222,15 +297,18 @@ std::vector<Sample> samples()
     rds.SetProgramName(QStringLiteral("Radio ✓"));
     rds.SetPICode(QStringLiteral("D3C2"));
 
-    return {sample(QStringLiteral("ModeManager"), mode),
-            sample(QStringLiteral("Administration"), admin),
-            sample(QStringLiteral("SensorMetaData"), admin.GetSensorMetaData()),
-            sample(QStringLiteral("MinMaxStep"), admin.GetSensorMetaData().GetMinMaxStep()),
-            sample(QStringLiteral("MeasurementList"), items),
-            sample(QStringLiteral("MeasurementResultList"), results),
-            sample(QStringLiteral("MeasurementData"), results.GetMeasurementData().at(2)),
-            sample(QStringLiteral("MeasurementResult"), results.GetMeasurementData().at(1).GetMeasurementResult()),
-            sample(QStringLiteral("RDSResult"), rds)};
+    std::vector<Sample> all = {sample(QStringLiteral("ModeManager"), mode),
+                               sample(QStringLiteral("Administration"), admin),
+                               sample(QStringLiteral("SensorMetaData"), admin.GetSensorMetaData()),
+                               sample(QStringLiteral("MinMaxStep"), admin.GetSensorMetaData().GetMinMaxStep()),
+                               sample(QStringLiteral("MeasurementList"), items),
+                               sample(QStringLiteral("MeasurementResultList"), results),
+                               sample(QStringLiteral("MeasurementData"), results.GetMeasurementData().at(2)),
+                               sample(QStringLiteral("MeasurementResult"), results.GetMeasurementData().at(1).GetMeasurementResult()),
+                               sample(QStringLiteral("RDSResult"), rds)};
+    for (Sample &s : antennaSamples())
+        all.push_back(std::move(s));
+    return all;
 }
 
 // The samples above, and every other class of the registry by its example.

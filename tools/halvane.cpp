@@ -6,6 +6,7 @@
 //   halvane dump FILE [--raw-tags] [--from FORMAT]
 //   halvane schema [CLASS] | halvane schema --xsd
 //   halvane example CLASS [--to FORMAT] [OUT]
+//   halvane plot FILE [OUT] [--entry INDEX] [--csv] [--to svg|png|csv] [--from FORMAT]   (plot.cpp)
 //
 // FORMAT is xml, hvb (the binary block of GetBinaryRepresentation) or hvr (the
 // raw form behind a header naming the class, see rawheader below); it follows
@@ -26,6 +27,10 @@
 
 #include <cstdio>
 #include <memory>
+
+#ifdef HALVANE_PLOT
+#include "plot.h"
+#endif
 
 using namespace HALVANE;
 
@@ -478,6 +483,12 @@ QString xsd()
                 w.writeAttribute(QStringLiteral("maxOccurs"), QStringLiteral("unbounded"));
         }
         w.writeEndElement();
+        if (!c->version.isNull()) {
+            // Written always; a document without it is read as an older one.
+            w.writeEmptyElement(xs, QStringLiteral("attribute"));
+            w.writeAttribute(QStringLiteral("name"), c->versionField.element);
+            w.writeAttribute(QStringLiteral("type"), QStringLiteral("xs:string"));
+        }
         for (const schema::Field &f : c->fields) {
             if (!f.attribute)
                 continue;
@@ -538,7 +549,10 @@ const char kUsage[] =
     "       halvane dump FILE [--raw-tags] [--from FORMAT]\n"
     "       halvane schema [CLASS] | halvane schema --xsd\n"
     "       halvane example CLASS [--to FORMAT] [OUT]\n"
-    "FORMAT: xml, hvb (binary block) or hvr (raw form); by default the file's extension.";
+    "       halvane plot FILE [OUT] [--entry INDEX] [--csv] [--to svg|png|csv] [--from FORMAT]\n"
+    "FORMAT: xml, hvb (binary block) or hvr (raw form); by default the file's extension.\n"
+    "plot draws the patterns of an AntennaPatterns or AntennaMatrixConfiguration document (SVG by\n"
+    "default), or the antenna entry of that index with its band and limits; --csv gives the points.";
 
 int run(const QString &command, const Options &o)
 {
@@ -611,10 +625,42 @@ int run(const QString &command, const Options &o)
     throw UsageError{command.isEmpty() ? QStringLiteral("no command") : QStringLiteral("unknown command '%1'").arg(command)};
 }
 
+// plot draws with Qt's GUI modules and makes its own application object.
+int runPlot(int argc, char **argv)
+{
+#ifdef HALVANE_PLOT
+    plot::ToolIo io;
+    io.load = [](const QString &file, const QString &from) {
+        try {
+            return load(file, readInput(file), formatOf(file, from), false).object;
+        } catch (const UsageError &e) {
+            throw plot::Failure{e.message, 2};
+        } catch (const DocumentError &e) {
+            throw plot::Failure{e.message, 1};
+        }
+    };
+    io.write = [](const QString &file, const QByteArray &bytes) {
+        try {
+            writeOutput(file, bytes);
+        } catch (const DocumentError &e) {
+            throw plot::Failure{e.message, 1};
+        }
+    };
+    return plot::run(argc, argv, io);
+#else
+    Q_UNUSED(argc);
+    Q_UNUSED(argv);
+    printErr(QStringLiteral("halvane: plot is not built into this tool: it needs Qt's Gui and Svg modules"));
+    return 2;
+#endif
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    if (argc > 1 && qstrcmp(argv[1], "plot") == 0)
+        return runPlot(argc, argv);
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments().mid(1);
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {

@@ -195,7 +195,7 @@ const frame::NameTable kSpeedTable(kSpeedNames);
 constexpr FieldDef kFields[] = {
     enumField("HardwareStatus", 0x4A9D9E6D, Required, &kHardwareStatusTable),
     enumField("CW", 0x09424B7A, Required, &kCWTable),
-    nestedField("SensorMetaData", 0x07DACADD, Required, &opsOf<SensorMetaData>),
+    nestedField<SensorMetaData>("SensorMetaData", 0x07DACADD, Required),
     enumField("DriverType", 0x847224C8, Required, &kDriverTypeTable),
     enumField("DrvCommands", 0xC62F03F7, Required, &kDrvCommandsTable),
     enumField("RDSState", 0x84B421D9, Required, &kRDSStateTable),

@@ -13,7 +13,7 @@ using namespace frame;
 constexpr FieldDef kFields[] = {
     stringField("Group", 0x02786BC3, Required),
     stringField("Unit", 0x88871B46, Required),
-    nestedField("MinMaxStep", 0xC693EC10, Required, &opsOf<MinMaxStep>),
+    nestedField<MinMaxStep>("MinMaxStep", 0xC693EC10, Required),
     doubleField("ValueMin", 0x82AD481D, Required),
     doubleField("ValueMax", 0x8DDD066A, Required),
     doubleField("ValueStep", 0xAF1C7565, Required),

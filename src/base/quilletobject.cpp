@@ -277,35 +277,93 @@ const char kNoDtd[] = "Document type declarations (DTDs) are not accepted.";
 // "<!DOCTYPE" in the text, or -1. Outside comments, processing instructions
 // and CDATA sections, where it is text, "<!DOCTYPE" can only begin a
 // declaration: character data and attribute values cannot hold a '<'. A
-// construct that is not closed ends the scan; the reader reports it.
-qsizetype doctypeOffset(QStringView text)
+// construct that is not closed ends the scan; the reader reports it. The
+// text is UTF-16 (QChar) or bytes of UTF-8 (char); only a '<' before '!' or
+// '?' needs a closer look, so element tags cost a comparison each.
+inline bool is(QChar c, char ascii)
+{
+    return c.unicode() == ushort(uchar(ascii));
+}
+
+inline bool is(char c, char ascii)
+{
+    return c == ascii;
+}
+
+template <class Char>
+bool startsAt(const Char *text, qsizetype size, qsizetype at, const char *ascii)
+{
+    for (qsizetype i = 0; ascii[i]; ++i) {
+        if (at + i >= size || !is(text[at + i], ascii[i]))
+            return false;
+    }
+    return true;
+}
+
+qsizetype findChar(const QChar *text, qsizetype size, qsizetype from, char c)
+{
+    return QStringView(text, size).indexOf(QLatin1Char(c), from);
+}
+
+qsizetype findChar(const char *text, qsizetype size, qsizetype from, char c)
+{
+    const void *at = from < size ? std::memchr(text + from, c, size_t(size - from)) : nullptr;
+    return at ? static_cast<const char *>(at) - text : -1;
+}
+
+// The next "<!" or "<?" from \a from, or -1: the two marks are rare in a
+// document, so they are searched for rather than every '<'.
+template <class Char>
+qsizetype nextMarkup(const Char *text, qsizetype size, qsizetype from)
+{
+    qsizetype bang = from;
+    qsizetype question = from;
+    for (;;) {
+        if (bang >= 0 && bang < from + 1)
+            bang = findChar(text, size, from + 1, '!');
+        if (question >= 0 && question < from + 1)
+            question = findChar(text, size, from + 1, '?');
+        const qsizetype mark = bang < 0 ? question : question < 0 ? bang : qMin(bang, question);
+        if (mark < 0)
+            return -1;
+        if (is(text[mark - 1], '<'))
+            return mark - 1;
+        from = mark;
+    }
+}
+
+template <class Char>
+qsizetype doctypeOffset(const Char *text, qsizetype size)
 {
     static const struct {
-        QLatin1String open;
-        QLatin1String close;
-    } kSkipped[] = {
-        {QLatin1String("<!--"), QLatin1String("-->")},
-        {QLatin1String("<?"), QLatin1String("?>")},
-        {QLatin1String("<![CDATA["), QLatin1String("]]>")},
-    };
+        const char *open;
+        const char *close;
+    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
     qsizetype i = 0;
-    while ((i = text.indexOf(QLatin1Char('<'), i)) >= 0) {
-        const QStringView rest = text.mid(i);
-        if (rest.startsWith(QLatin1String("<!DOCTYPE")))
+    while ((i = nextMarkup(text, size, i)) >= 0) {
+        if (startsAt(text, size, i, "<!DOCTYPE"))
             return i;
         qsizetype next = i + 1;
         for (const auto &skipped : kSkipped) {
-            if (rest.startsWith(skipped.open)) {
-                const qsizetype close = text.indexOf(skipped.close, i + skipped.open.size());
+            if (startsAt(text, size, i, skipped.open)) {
+                // The end of the construct: its closing text, found from its first character.
+                qsizetype close = i + qsizetype(std::strlen(skipped.open));
+                while ((close = findChar(text, size, close, skipped.close[0])) >= 0 && !startsAt(text, size, close, skipped.close))
+                    ++close;
                 if (close < 0)
                     return -1;
-                next = close + skipped.close.size();
+                next = close + qsizetype(std::strlen(skipped.close));
                 break;
             }
         }
         i = next;
     }
     return -1;
+}
+
+qsizetype doctypeOffset(QStringView text)
+{
+    return doctypeOffset(text.data(), text.size());
 }
 
 // Line and column of an offset as the reader counts them: lines from 1, a
@@ -381,9 +439,15 @@ void refuseDtd(const IQuilletObject &object, const QByteArray &bytes)
         }
     }
     QString text;
-    if (wide) {
+    if (!wide && !startsWithDeclaration(bytes, from)) {
+        // UTF-8, the common case: the bytes are scanned as they are, and
+        // decoded only to tell where a declaration stands.
+        if (doctypeOffset(bytes.constData() + from, bytes.size() - from) < 0)
+            return;
+        text = QString::fromUtf8(bytes.constData() + from, int(bytes.size() - from));
+    } else if (wide) {
         decode(wide, bytes, from, text);
-    } else if (startsWithDeclaration(bytes, from)) {
+    } else {
         // The reader stops after the declaration with its first token.
         QXmlStreamReader declaration(bytes);
         declaration.readNext();
@@ -399,8 +463,6 @@ void refuseDtd(const IQuilletObject &object, const QByteArray &bytes)
                               QStringLiteral("Encoding %1 is not supported.").arg(QLatin1String(encoding)));
             text.prepend(QLatin1String(bytes.constData() + from, int(end - from)));
         }
-    } else {
-        text = QString::fromUtf8(bytes.constData() + from, int(bytes.size() - from));
     }
     const qsizetype at = doctypeOffset(text);
     if (at >= 0)

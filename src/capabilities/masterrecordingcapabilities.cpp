@@ -26,7 +26,7 @@ constexpr FieldDef kFields[] = {
     boolField("SDCardAvailable", 0x8174E478, 0).withDefault(),
     boolField("SorrelAvailable", 0x024FAFA0, 0).withDefault(),
     boolField("VSPAvailable", 0x801B0DC1, 0).withDefault(),
-    nestedField("CSVRecordCapabilities", 0x629D7419, 0, &opsOf<CSVRecordCapabilities>),
+    nestedField<CSVRecordCapabilities>("CSVRecordCapabilities", 0x629D7419, 0),
     boolField("JumboFrameCapability", 0xCE132117, 0).withDefault(),
 };
 

@@ -92,12 +92,18 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
                   "the row of field " #F " is not of kind " #K);
 /*! The row of field F names the item class T. */
 #define HALVANE_EXPECT_CLASS_(F, T)                                                                 \
-    static_assert(kFields[HALVANE_INDEX_(F)].ops == &::HALVANE::frame::opsOf<T>,                      \
+    static_assert(kFields[HALVANE_INDEX_(F)].itemType == &::HALVANE::frame::ItemTypeTag<T>::tag,       \
                   "the row of field " #F " does not name the class " #T);
 #define HALVANE_ROW_(I) (kDescriptor.fields[I])
 
 /*! The class's descriptor and operations, and the members every data class has. */
-#define HALVANE_CLASS_DEFINITION(X, ID, FIELDS, HOOKS, ORDER)                                          \
+#define HALVANE_CLASS_DEFINITION(X, ID, FIELDS, HOOKS, ORDER) HALVANE_CLASS_DEFINITION_(X, ID, FIELDS, HOOKS, ORDER, nullptr)
+/*! As HALVANE_CLASS_DEFINITION, for a versioned document class; VERSION is
+    its VersionDef. The class adds HALVANE_VERSION_ACCESSORS. */
+#define HALVANE_VERSIONED_CLASS_DEFINITION(X, ID, FIELDS, HOOKS, ORDER, VERSION)                    \
+    static_assert(::HALVANE::frame::tagOfNoField(VERSION.tag, FIELDS), "the version of " #X " has the tag of a field"); \
+    HALVANE_CLASS_DEFINITION_(X, ID, FIELDS, HOOKS, ORDER, &VERSION)
+#define HALVANE_CLASS_DEFINITION_(X, ID, FIELDS, HOOKS, ORDER, VERSION)                                \
     static_assert(::HALVANE::frame::uniqueTags(FIELDS), "two fields of " #X " have the same tag");      \
     static_assert(::HALVANE::frame::uniqueElements(FIELDS), "two fields of " #X " have the same element name"); \
     static_assert(::HALVANE::frame::uniqueNames(FIELDS), "two fields of " #X " have the same name");    \
@@ -106,7 +112,7 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     namespace {                                                                                      \
     const ::HALVANE::frame::ClassDescriptor kDescriptor(#X, ID, FIELDS,                              \
                                                         int(sizeof(FIELDS) / sizeof(FIELDS[0])),     \
-                                                        HOOKS, ::HALVANE::frame::orderPointer(ORDER)); \
+                                                        HOOKS, ::HALVANE::frame::orderPointer(ORDER), VERSION); \
     constexpr ::HALVANE::frame::ObjectOps kOps = ::HALVANE::frame::OpsImpl<X>::make(&kDescriptor);   \
     const ::HALVANE::frame::Registrar kRegistrar(&kOps);                                             \
     }                                                                                                \
@@ -193,6 +199,11 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     }                                                                                                \
     void X::InitData() const { ::HALVANE::frame::initData(HALVANE_OBJ_); }                           \
     void X::ConstNoClearReset() const { ::HALVANE::frame::constNoClearReset(HALVANE_OBJ_); }
+
+/*! GetVersion and GetInitialVersionLoaded of a versioned document class. */
+#define HALVANE_VERSION_ACCESSORS(X)                                                                     \
+    const QString &X::GetVersion() const { return ::HALVANE::frame::currentVersion(HALVANE_OBJ_); }     \
+    const QString &X::GetInitialVersionLoaded() const { return ::HALVANE::frame::loadedVersion(HALVANE_OBJ_); }
 
 #define HALVANE_COMMON_ACCESSORS_(X, F, I)                                             \
     bool X::Is##F##Set() const { return ::HALVANE::frame::isSet(HALVANE_OBJ_, I); }    \

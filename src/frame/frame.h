@@ -76,6 +76,26 @@ void setBinary(const Obj &o, QDataStream &stream, int length);
 void writeRaw(const Obj &o, QDataStream &stream);
 void readRaw(const Obj &o, QDataStream &stream);
 
+// Versioned documents (version.cpp).
+/*! The version the class writes. */
+const QString &currentVersion(const Obj &o);
+/*! The version of the document last read: null until one was read. */
+const QString &loadedVersion(const Obj &o);
+/*! A document's version has been read (an empty string when it had none):
+    kept as the version last read; an older version than the class's empties
+    the object, whose reading then goes on into an empty list. */
+void versionRead(const Obj &o, const QString &version);
+/*! The version attribute of the element the reader stands on, read as
+    versionRead says; an absent attribute is an empty version. */
+void readXmlVersion(const Obj &o, const QXmlStreamReader &reader);
+/*! The XML reading of a versioned object after its attributes: its children,
+    also those of unknown elements read into (see unknownVersionedElement). */
+void readVersionedChildren(const Obj &o, QXmlStreamReader &reader);
+/*! An element that no field of a versioned class knows: skipped in an older
+    document, refused while validating, else read into: the reader stays on
+    its start element and its children are offered to the object in turn. */
+void unknownVersionedElement(const Obj &o, QXmlStreamReader &reader);
+
 /*! The handle of a nested object or list item held at \a at. */
 inline Obj objectAt(const ObjectOps *ops, void *at)
 {

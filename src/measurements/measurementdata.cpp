@@ -37,7 +37,7 @@ constexpr FieldDef kFields[] = {
     intField("InternalKey", 0xACB208C7, 0),
     enumField("MeasurementMode", 0x07F21ECA, 0, &kMeasurementModeTable),
     enumField("MeasurementState", 0xC4DC1675, 0, &kMeasurementStateTable),
-    nestedField("MeasurementResult", 0xEE3E130B, Required, &opsOf<MeasurementResult>),
+    nestedField<MeasurementResult>("MeasurementResult", 0xEE3E130B, Required),
 };
 
 } // namespace

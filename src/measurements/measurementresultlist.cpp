@@ -11,7 +11,7 @@ namespace {
 using namespace frame;
 
 constexpr FieldDef kFields[] = {
-    objectListField("MeasurementData", 0xCCA6575E, Required, &opsOf<MeasurementData>),
+    objectListField<MeasurementData>("MeasurementData", 0xCCA6575E, Required),
 };
 
 } // namespace

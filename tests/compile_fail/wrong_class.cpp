@@ -8,9 +8,9 @@ namespace {
 using namespace frame;
 constexpr FieldDef kFields[] = {
 #ifdef HALVANE_BREAK
-    nestedField("MinMaxStep", 0xC693EC10, Required, &opsOf<RDSResult>),
+    nestedField<RDSResult>("MinMaxStep", 0xC693EC10, Required),
 #else
-    nestedField("MinMaxStep", 0xC693EC10, Required, &opsOf<MinMaxStep>),
+    nestedField<MinMaxStep>("MinMaxStep", 0xC693EC10, Required),
 #endif
 };
 } // namespace

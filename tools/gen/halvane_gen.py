@@ -29,7 +29,8 @@ GENERATOR = "tools/gen/halvane_gen.py"
 KINDS = {"bool", "int", "int64", "double", "float", "string", "datetime", "enum", "nested", "list"}
 FIELD_KEYS = {"name", "kind", "tag", "required", "element", "class", "item", "attribute", "element_too",
               "default", "initial", "range", "names", "table", "shared_table", "note"}
-CLASS_KEYS = {"class", "id", "brief", "field", "tagged_order", "hooks", "translate", "table"}
+CLASS_KEYS = {"class", "id", "brief", "field", "tagged_order", "hooks", "translate", "table", "version"}
+VERSION_KEYS = {"attribute", "tag", "current"}
 TABLE_KEYS = {"name", "struct", "columns", "rows", "brief"}
 
 
@@ -209,6 +210,7 @@ class Class:
         self.brief = data.get("brief", "")
         self.hooks = data.get("hooks")
         self.translate = data.get("translate", False)
+        self.version = read_version(where, data.get("version"))
         self.fields = [Field(where, f, shared_tables) for f in data.get("field", [])]
         names = [f.name for f in self.fields]
         self.tagged_order = None
@@ -222,10 +224,65 @@ class Class:
             dupes = {x for x in seen if seen.count(x) > 1}
             if dupes:
                 fail(where, f"{kind}s are unique in a class: {sorted(map(str, dupes))}")
+        if self.version and self.version.tag in [f.tag for f in self.fields]:
+            fail(where, "the version's tag is the tag of a field")
 
     @property
     def stem(self):
         return self.path.stem
+
+
+# ---- The version of a versioned document class
+
+class Version:
+    def __init__(self, attribute, tag, current):
+        self.attribute = attribute
+        self.tag = tag
+        self.current = current
+
+
+def read_version(where, data):
+    """The [version] table of a class: attribute name, tag and current version."""
+    if data is None:
+        return None
+    unknown = set(data) - VERSION_KEYS
+    missing = VERSION_KEYS - set(data)
+    if unknown or missing:
+        fail(where, f"a version has exactly the keys {sorted(VERSION_KEYS)}")
+    tag = data["tag"]
+    if not isinstance(tag, int) or not 0 <= tag <= 0xFFFFFFFF:
+        fail(where, "a version's tag is a 32-bit number")
+    current = data["current"]
+    try:
+        float(current)
+    except (TypeError, ValueError):
+        fail(where, "a version is the text of a number, such as \"1\"")
+    return Version(data["attribute"], tag, current)
+
+
+def version_header_lines(c):
+    """The members that a version adds to the class's header."""
+    v = c.version
+    if not v:
+        return []
+    return [
+        "",
+        f'    // ---- Version: attribute "{v.attribute}", tag 0x{v.tag:08X}, this version "{v.current}". A document',
+        "    // read in an older version (or none) empties the object first, and its unknown elements are",
+        "    // skipped; in this version or a newer one they are refused while validating.",
+        f'    /// "{v.current}", the version this class writes.',
+        "    const QString &GetVersion() const override;",
+        "    /// The version of the document last read: null until one was read, empty when it had none.",
+        "    const QString &GetInitialVersionLoaded() const;",
+    ]
+
+
+def version_source_lines(c):
+    """The version's constant row, before the class definition."""
+    v = c.version
+    if not v:
+        return []
+    return [f"constexpr VersionDef kVersion = {{{cstr(v.attribute)}, 0x{v.tag:08X}, {cstr(v.current)}}};"]
 
 
 def load(paths):
@@ -530,6 +587,7 @@ def header(c, by_name):
     for f in c.fields:
         out.append("")
         out += member_lines(c, f)
+    out += version_header_lines(c)
     out += [
         "",
         "protected:",
@@ -603,9 +661,9 @@ def field_row(c, f):
     elif f.kind == "enum":
         row = f"enumField({name}, {tag}, {fl}, &k{f.table.name}Table" + (f", {v}" if v is not None else "") + ")"
     elif f.kind == "nested":
-        row = f"nestedField({name}, {tag}, {fl}, &opsOf<{f.item_class}>)"
+        row = f"nestedField<{f.item_class}>({name}, {tag}, {fl})"
     elif f.list_kind == "object":
-        row = f"objectListField({name}, {tag}, {fl}, &opsOf<{f.item_class}>)"
+        row = f"objectListField<{f.item_class}>({name}, {tag}, {fl})"
     elif f.list_kind == "string":
         row = f"stringListField({name}, {tag}, {fl})"
     else:
@@ -673,10 +731,15 @@ def source(c):
     out.append("};")
     if c.tagged_order is not None:
         out.append("constexpr quint16 kTaggedOrder[] = {" + ", ".join(map(str, c.tagged_order)) + "};")
+    out += version_source_lines(c)
     out += ["", "} // namespace", ""]
     hooks = f"&{c.hooks}" if c.hooks else "nullptr"
     order = "kTaggedOrder" if c.tagged_order is not None else "nullptr"
-    out.append(f"HALVANE_CLASS_DEFINITION({X}, 0x{c.id:08X}, kFields, {hooks}, {order})")
+    if c.version:
+        out.append(f"HALVANE_VERSIONED_CLASS_DEFINITION({X}, 0x{c.id:08X}, kFields, {hooks}, {order}, kVersion)")
+        out.append(f"HALVANE_VERSION_ACCESSORS({X})")
+    else:
+        out.append(f"HALVANE_CLASS_DEFINITION({X}, 0x{c.id:08X}, kFields, {hooks}, {order})")
     if c.translate:
         out.append(f"HALVANE_TRANSLATE_DEFINITION({X})")
     for f in c.fields:

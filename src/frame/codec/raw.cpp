@@ -301,6 +301,8 @@ void writeObject(const Obj &o, Out &out)
     for (int i = 0; i < n; ++i)
         bytes[i] = char(p->words()[i / 4] >> (8 * (i % 4)));
     out.bytes(bytes.data(), n);
+    if (o.desc->version)
+        out.value(o.desc->currentVersion);
     for (const Field &f : o.desc->fields) {
         void *at = p->at(f);
         const bool set = p->bit(f.bit);
@@ -599,6 +601,13 @@ void readObject(const Obj &o, In &in)
     const int count = int(o.desc->fields.size());
     if (count % 32)
         p->words()[count / 32] &= (1u << (count % 32)) - 1;
+    // An older document drops the bits just read; its items set them again.
+    if (o.desc->version) {
+        QString version;
+        in.value(version);
+        versionRead(o, version);
+        p = access(o);
+    }
     for (const Field &f : o.desc->fields) {
         if (!f.required() && !p->bit(f.bit))
             continue;
@@ -661,6 +670,16 @@ public:
         if (!m_in.ok())
             return fault(QStringLiteral("the presence bytes are cut short"));
         m_v.presence(c, bits);
+        if (!c.version.isNull()) {
+            m_v.beginField(&c.versionField, c.versionField.tag, offset(), -1);
+            schema::Value v;
+            v.type = schema::Value::Text;
+            m_in.value(v.text);
+            if (!m_in.ok())
+                return fault(QStringLiteral("the version is cut short or corrupt"));
+            m_v.value(v);
+            m_v.endField();
+        }
         for (const schema::Field &f : c.fields) {
             const bool set = (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1;
             if (!f.required && !set)

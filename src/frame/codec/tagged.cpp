@@ -40,6 +40,20 @@ public:
         i32(qint32(b.size()));
         std::memcpy(reserve(int(b.size())), b.constData(), size_t(b.size()));
     }
+    /*! A QString as the stream writes it: byte count (0xFFFFFFFF when null), UTF-16 units. */
+    void string(const QString &s)
+    {
+        if (s.isNull()) {
+            i32(-1);
+            return;
+        }
+        i32(qint32(s.size() * 2));
+        char *at = reserve(int(s.size()) * 2);
+        for (const QChar c : s) {
+            storeWord(at, quint16(c.unicode()), m_big);
+            at += 2;
+        }
+    }
     /*! Starts a counted part: a length word to be filled in by close(). */
     int open()
     {
@@ -123,6 +137,37 @@ public:
         }
         return false;
     }
+    /*! A QString as the stream writes it: a byte count (0xFFFFFFFF for a
+        null one), then UTF-16 units; false for an odd count. Units that run
+        past the end of the stream give an empty string and a short read. */
+    bool string(QString &s)
+    {
+        const quint32 n = quint32(i32());
+        if (n == 0xFFFFFFFFu) {
+            s = QString();
+            return true;
+        }
+        if (n & 1)
+            return false;
+        const char *data;
+        int size;
+        if (Q_LIKELY(qint64(n) <= m_end - m_at)) {
+            data = m_at;
+            size = int(n);
+            m_at += n;
+        } else {
+            leaveWindow();
+            runFromStream(n, data, size);
+        }
+        s = QString(QLatin1String(""));
+        if (size > 0) {
+            s.resize(size / 2);
+            QChar *out = s.data();
+            for (int i = 0; i < size / 2; ++i)
+                out[i] = QChar(loadWord<quint16>(data + 2 * i, m_big));
+        }
+        return true;
+    }
     /*! Skips the value of an unknown record: nothing for a length below 1. */
     void skip(qint64 n)
     {
@@ -175,6 +220,7 @@ private:
     Q_NEVER_INLINE bool streamAtEnd();
     Q_NEVER_INLINE int readFromStream(char *to, int n);
     Q_NEVER_INLINE void bytesFromStream(const char *&data, int &size);
+    void runFromStream(quint32 n, const char *&data, int &size);
     Q_NEVER_INLINE void skipInStream(qint64 n);
 
     QDataStream &m_stream;
@@ -272,6 +318,12 @@ void Source::bytesFromStream(const char *&data, int &size)
 {
     const quint32 n = quint32(i32());
     leaveWindow(); // the window's memory may now hold the text
+    runFromStream(n, data, size);
+}
+
+// The n bytes of a text after its length word, from the stream itself.
+void Source::runFromStream(quint32 n, const char *&data, int &size)
+{
     size = 0;
     if (n != 0xFFFFFFFFu) {
         constexpr qint64 kFirstStep = 1 << 12;
@@ -381,6 +433,12 @@ bool encodeObject(const Obj &o, Sink &sink, int tag, bool writeTag, bool checked
     if (writeTag)
         sink.i32(tag);
     const int objectLength = sink.open();
+    if (o.desc->version) {
+        sink.i32(qint32(o.desc->version->tag));
+        const int length = sink.open();
+        sink.string(o.desc->currentVersion);
+        sink.close(length);
+    }
     for (quint16 index : o.desc->taggedOrder) {
         const Field &f = o.desc->fields[index];
         void *at = p->at(f);
@@ -491,7 +549,14 @@ void decodeObject(const Obj &o, Source &src, qint64 length, bool top)
             remaining -= 8 + qint64(recordLength);
             const int index = o.desc->findTag(quint32(tag));
             if (index < 0) {
-                src.skip(recordLength);
+                if (o.desc->version && quint32(tag) == o.desc->version->tag) {
+                    QString version;
+                    if (!src.string(version))
+                        messages::lengthError(o.self->GetObjectName());
+                    versionRead(o, version);
+                } else {
+                    src.skip(recordLength);
+                }
                 continue;
             }
             const Field &f = o.desc->fields[index];

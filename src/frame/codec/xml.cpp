@@ -73,6 +73,8 @@ void writeObject(const Obj &o, QXmlStreamWriter &writer, bool checked)
         return;
     Payload *p = initData(o);
     writer.writeStartElement(o.self->GetObjectName());
+    if (o.desc->version)
+        writer.writeAttribute(o.desc->versionAttribute, o.desc->currentVersion);
     for (const Field &f : o.desc->fields) {
         if (f.attribute() && (f.required() || p->bit(f.bit)))
             writer.writeAttribute(f.elementName, valueText(f, p->at(f)));
@@ -138,6 +140,8 @@ void getXml(const Obj &o, QXmlStreamWriter &writer)
 void processXml(const Obj &o, QXmlStreamReader &reader)
 {
     initData(o);
+    if (o.desc->version)
+        readXmlVersion(o, reader);
     bool attributesRead = false;
     QXmlStreamAttributes attributes;
     for (const Field &f : o.desc->fields) {
@@ -150,7 +154,10 @@ void processXml(const Obj &o, QXmlStreamReader &reader)
         if (attributes.hasAttribute(f.elementName))
             setFromText(o, f.bit, QStringView(attributes.value(f.elementName)));
     }
-    const_cast<QUILLET::IQuilletObject *>(o.self)->QUILLET::IQuilletObject::ProcessXml(reader);
+    if (o.desc->version)
+        readVersionedChildren(o, reader);
+    else
+        const_cast<QUILLET::IQuilletObject *>(o.self)->QUILLET::IQuilletObject::ProcessXml(reader);
 }
 
 void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
@@ -160,7 +167,10 @@ void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
     Payload *p = initData(o);
     const int index = o.desc->elements.find(QStringView(name));
     if (index < 0) {
-        reader.skipCurrentElement();
+        if (o.desc->version)
+            unknownVersionedElement(o, reader);
+        else
+            reader.skipCurrentElement();
         return;
     }
     const Field &f = o.desc->fields[index];

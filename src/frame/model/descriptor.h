@@ -97,6 +97,7 @@ struct FieldDef {
     const char *initText;// initial value of string fields; nullptr: null string
     const NameTable *table; // Enum, EnumList
     OpsFn ops;           // Nested, ObjectList: the item class
+    const void *itemType;// Nested, ObjectList: ItemTypeTag<item class>, for the compiler's checks
 
     constexpr FieldDef withElement(const char *name_) const
     {
@@ -122,8 +123,15 @@ struct FieldDef {
 
 constexpr FieldDef makeField(const char *name, quint32 tag, Kind kind, quint8 flags)
 {
-    return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr};
+    return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr, nullptr};
 }
+
+/*! One object per class, whose address names the class in constant
+    expressions (the addresses of functions do not, in every build). */
+template <class T>
+struct ItemTypeTag {
+    static constexpr char tag = 0;
+};
 constexpr FieldDef boolField(const char *name, quint32 tag, quint8 flags, bool init = false)
 {
     FieldDef f = makeField(name, tag, Kind::Bool, flags);
@@ -172,16 +180,25 @@ constexpr FieldDef enumField(const char *name, quint32 tag, quint8 flags, const 
     f.initInt = init;
     return f;
 }
-constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+/*! Rows of nested fields and lists of objects of class T; the class's
+    operations come from opsOf<T>, declared where the class is defined. */
+template <class T>
+const ObjectOps &opsOf();
+
+template <class T>
+constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::Nested, flags);
-    f.ops = ops;
+    f.ops = &opsOf<T>;
+    f.itemType = &ItemTypeTag<T>::tag;
     return f;
 }
-constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags, OpsFn ops)
+template <class T>
+constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::ObjectList, flags);
-    f.ops = ops;
+    f.ops = &opsOf<T>;
+    f.itemType = &ItemTypeTag<T>::tag;
     return f;
 }
 constexpr FieldDef stringListField(const char *name, quint32 tag, quint8 flags)
@@ -249,6 +266,16 @@ constexpr bool uniqueNames(const FieldDef (&fields)[N])
     return true;
 }
 
+/*! No field of the table has the tag (a version's record). */
+template <int N>
+constexpr bool tagOfNoField(quint32 tag, const FieldDef (&fields)[N])
+{
+    for (int i = 0; i < N; ++i)
+        if (fields[i].tag == tag)
+            return false;
+    return true;
+}
+
 /*! No tagged order of its own: the field order. */
 template <int N>
 constexpr bool isOrderOf(std::nullptr_t, const FieldDef (&)[N])
@@ -283,6 +310,17 @@ struct Hooks {
     void (*checkExtra)(const QUILLET::IQuilletObject &self, bool recursive);
 };
 
+/*! The version of a versioned document class, as its description gives it:
+    the attribute of its element, the tag of its record in the tagged form,
+    and the version this class writes. The raw form carries it behind the
+    presence bytes. A document read in an older version empties the object
+    first (see version.cpp). */
+struct VersionDef {
+    const char *attribute;
+    quint32 tag;
+    const char *current;
+};
+
 /*! A field row with what the frame derives from it once. */
 struct Field : FieldDef {
     const ObjectOps *itemOps; // Nested, ObjectList
@@ -291,13 +329,15 @@ struct Field : FieldDef {
     QString memberName;  // "m_" + name with a lower-case first letter
     quint16 offset;      // of the value inside the payload
     quint16 bit;
+    bool tested;         // the setter tests a value: enumerated, string, a number with a range
     bool required() const { return flags & Required; }
     bool attribute() const { return flags & Attribute; }
 };
 
 struct ClassDescriptor {
     ClassDescriptor(const char *name, quint32 id, const FieldDef *fields, int count,
-                    const Hooks *hooks = nullptr, const quint16 *taggedOrder = nullptr);
+                    const Hooks *hooks = nullptr, const quint16 *taggedOrder = nullptr,
+                    const VersionDef *version = nullptr);
     ClassDescriptor(const ClassDescriptor &) = delete;
     ClassDescriptor &operator=(const ClassDescriptor &) = delete;
 
@@ -312,6 +352,12 @@ struct ClassDescriptor {
     quint16 wordCount;           // presence words: one bit per field
     bool hasChildren;            // nested or object list fields
     bool hasRequired;
+    // A versioned class's version; null for the others. The payload then
+    // holds the version last read, a string without a presence bit.
+    const VersionDef *version;
+    QString versionAttribute;
+    QString currentVersion;
+    quint16 loadedVersionOffset;
 
     int findTag(quint32 tag) const;
 
@@ -336,6 +382,7 @@ struct Payload {
     template <class T>
     T &value(const Field &f) { return *reinterpret_cast<T *>(data() + f.offset); }
     quint8 &state(const ClassDescriptor &desc);
+    QString &loadedVersion(const ClassDescriptor &desc);
 
     static constexpr int kWordsOffset = sizeof(QAtomicInt);
 };
@@ -354,6 +401,11 @@ struct Obj {
 inline quint8 &Payload::state(const ClassDescriptor &desc)
 {
     return *reinterpret_cast<quint8 *>(data() + desc.stateOffset);
+}
+
+inline QString &Payload::loadedVersion(const ClassDescriptor &desc)
+{
+    return *reinterpret_cast<QString *>(data() + desc.loadedVersionOffset);
 }
 
 } // namespace frame

@@ -17,11 +17,26 @@ bool inRange(const Field &f, double value)
     return !(f.flags & HasRange) || (value >= f.lo && value <= f.hi);
 }
 
+// What IsValidFoo says of a value; inline here, where the setter tests it.
+inline bool validValue(const Field &f, const void *value)
+{
+    const KindTraits &t = traits(f.kind);
+    if (t.number)
+        return inRange(f, t.number(value));
+    if (t.list)
+        return isValidList(f, value);
+    if (f.kind == Kind::Enum)
+        return f.table->isValid(*static_cast<const qint8 *>(value));
+    if (f.kind == Kind::String)
+        return !static_cast<const QString *>(value)->isNull();
+    return true; // bool, date-time, nested: no limits
+}
+
 // The setter's test of a single value (a list's setter tests nothing);
 // throws only when the object validates.
 void testValue(const Obj &o, const Field &f, const void *value)
 {
-    if (traits(f.kind).list || isValidValue(f, value))
+    if (traits(f.kind).list || validValue(f, value))
         return;
     if (f.kind == Kind::Enum)
         messages::invalidEnum(o.desc->name, f.memberName);
@@ -75,11 +90,16 @@ void setValue(const Obj &o, int field, const void *value)
 {
     Payload *p = initData(o);
     const Field &f = o.desc->fields[field];
-    if (o.self->GetValidate())
+    const KindTraits &t = traits(f.kind);
+    if (o.self->GetValidate() && f.tested)
         testValue(o, f, value);
-    traits(f.kind).assign(f, p->at(f), value);
+    // Plain values are stored as they lie, the rest by their kind's assignment.
+    if (t.plainWidth)
+        std::memcpy(p->at(f), value, t.plainWidth);
+    else
+        t.assign(f, p->at(f), value);
     p->setBit(f.bit);
-    if (traits(f.kind).child)
+    if (t.child)
         markChildrenDirty(p, *o.desc);
 }
 
@@ -123,16 +143,7 @@ void append(const Obj &o, int field, const void *item, bool movable)
 
 bool isValidValue(const Field &f, const void *value)
 {
-    const KindTraits &t = traits(f.kind);
-    if (t.number)
-        return inRange(f, t.number(value));
-    if (t.list)
-        return isValidList(f, value);
-    if (f.kind == Kind::Enum)
-        return f.table->isValid(*static_cast<const qint8 *>(value));
-    if (f.kind == Kind::String)
-        return !static_cast<const QString *>(value)->isNull();
-    return true; // bool, date-time, nested: no limits
+    return validValue(f, value);
 }
 
 bool isValidItem(const Field &f, const void *item)

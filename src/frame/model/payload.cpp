@@ -46,91 +46,82 @@ QString memberNameOf(const char *name)
 #endif
 
 #if HALVANE_POOL_PAYLOADS
-// Where this thread's pool is in its life. Trivially destructible, so that it
-// can still be read while a thread, or the process, destroys its objects in
-// whatever order: an object destroyed after the pool (a static, or a
-// thread_local made before the thread's first payload) finds the state Gone
-// and hands its block straight back to the allocator, never touching the
-// destroyed pool.
+// This thread's pool: free blocks by size, in a trivially destructible
+// structure that is constant-initialised, so that reaching it costs one
+// thread-local lookup and no guard, and it can still be read while a thread,
+// or the process, destroys its objects in whatever order. A reaper made on
+// the thread's first payload empties the lists when the thread ends and
+// marks the pool Gone: an object destroyed after it (a static, or a
+// thread_local made before the thread's first payload) hands its block
+// straight back to the allocator.
 enum class PoolState : quint8 { None, Live, Gone };
-thread_local PoolState t_poolState = PoolState::None;
 
-class PayloadPool
-{
-public:
-    static constexpr int kClasses = 64;              // block sizes below 512 bytes, in steps of 8
+struct Block {
+    Block *next;
+};
+
+struct Pool {
+    static constexpr int kClasses = 64;                // block sizes below 512 bytes, in steps of 8
     static constexpr int kKeepBytes = 2 * 1024 * 1024; // free bytes kept per thread, all sizes together
 
-    PayloadPool() { t_poolState = PoolState::Live; }
-    ~PayloadPool()
+    PoolState state;
+    int kept;                 // bytes on the lists
+    Block *free[kClasses];
+};
+
+thread_local Pool t_pool = {PoolState::None, 0, {}};
+
+struct PoolReaper {
+    PoolReaper() { t_pool.state = PoolState::Live; }
+    ~PoolReaper()
     {
-        t_poolState = PoolState::Gone;
-        for (Block *&head : m_free) {
+        Pool &pool = t_pool;
+        pool.state = PoolState::Gone;
+        for (Block *&head : pool.free) {
             while (head) {
                 Block *next = head->next;
                 ::operator delete(head);
                 head = next;
             }
         }
-        m_kept = 0;
+        pool.kept = 0;
     }
-    PayloadPool(const PayloadPool &) = delete;
-    PayloadPool &operator=(const PayloadPool &) = delete;
-
-    void *take(int size)
-    {
-        const int c = size / 8;
-        if (c < kClasses && m_free[c]) {
-            Block *b = m_free[c];
-            m_free[c] = b->next;
-            m_kept -= size;
-            return b;
-        }
-        return ::operator new(size_t(size));
-    }
-    void give(void *p, int size)
-    {
-        const int c = size / 8;
-        if (c < kClasses && m_kept <= kKeepBytes - size) {
-            Block *b = static_cast<Block *>(p);
-            b->next = m_free[c];
-            m_free[c] = b;
-            m_kept += size;
-            return;
-        }
-        ::operator delete(p);
-    }
-
-private:
-    struct Block {
-        Block *next;
-    };
-    Block *m_free[kClasses] = {};
-    int m_kept = 0; // bytes on the lists
+    PoolReaper(const PoolReaper &) = delete;
+    PoolReaper &operator=(const PoolReaper &) = delete;
 };
-
-// This thread's pool, made on first use; only while the state is not Gone.
-PayloadPool &pool()
-{
-    static thread_local PayloadPool instance;
-    return instance;
-}
 
 void *allocatePayload(int size)
 {
-    if (t_poolState == PoolState::Gone)
-        return ::operator new(size_t(size));
-    return pool().take(size);
+    Pool &pool = t_pool;
+    if (pool.state != PoolState::Live) {
+        if (pool.state == PoolState::Gone)
+            return ::operator new(size_t(size));
+        static thread_local PoolReaper reaper; // made once per thread, here
+    }
+    const int c = size / 8;
+    if (c < Pool::kClasses && pool.free[c]) {
+        Block *b = pool.free[c];
+        pool.free[c] = b->next;
+        pool.kept -= size;
+        return b;
+    }
+    return ::operator new(size_t(size));
 }
 
 // Freeing never makes a pool: a thread that only frees what others made
 // keeps nothing, and nothing is made while the thread or process winds down.
 void freePayload(void *p, int size)
 {
-    if (t_poolState == PoolState::Live)
-        pool().give(p, size);
-    else
-        ::operator delete(p);
+    Pool &pool = t_pool;
+    const int c = size / 8;
+    if (pool.state == PoolState::Live && c < Pool::kClasses && pool.kept <= Pool::kKeepBytes - size) {
+        Block *b = static_cast<Block *>(p);
+        b->next = pool.free[c];
+        pool.free[c] = b;
+        pool.kept += size;
+        return;
+    }
+    ::operator delete(p);
 }
 #else
 void *allocatePayload(int size)
@@ -153,6 +144,8 @@ Payload *createPayload(const ClassDescriptor &desc)
         p->state(desc) = 0;
     for (const Field &f : desc.fields)
         traits(f.kind).construct(f, p->at(f));
+    if (desc.version)
+        new (&p->loadedVersion(desc)) QString();
     return p;
 }
 
@@ -169,6 +162,8 @@ Payload *clonePayload(const ClassDescriptor &desc, Payload *from)
         p->state(desc) = quint8(from->state(desc) & LoggerClean);
     for (const Field &f : desc.fields)
         traits(f.kind).copy(f, p->at(f), from->at(f));
+    if (desc.version)
+        new (&p->loadedVersion(desc)) QString(from->loadedVersion(desc));
     return p;
 }
 
@@ -176,6 +171,8 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
 {
     for (const Field &f : desc.fields)
         traits(f.kind).destroy(f, p->at(f));
+    if (desc.version)
+        p->loadedVersion(desc).~QString();
     p->ref.~QAtomicInt();
     freePayload(p, desc.payloadSize);
 }
@@ -183,8 +180,8 @@ void destroyPayload(const ClassDescriptor &desc, Payload *p)
 } // namespace
 
 ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef *defs, int count,
-                                 const Hooks *hooks_, const quint16 *order)
-    : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_)
+                                 const Hooks *hooks_, const quint16 *order, const VersionDef *version_)
+    : name(QString::fromLatin1(name_)), id(id_), hooks(hooks_), version(version_)
 {
     fields.reserve(count);
     QVector<QString> elementNames;
@@ -198,6 +195,7 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
         f.initString = f.initText ? QString::fromUtf8(f.initText) : QString();
         f.memberName = memberNameOf(f.name);
         f.bit = quint16(i);
+        f.tested = f.kind == Kind::Enum || f.kind == Kind::String || (f.flags & HasRange);
         f.offset = 0;
         hasChildren = hasChildren || traits(f.kind).child;
         hasRequired = hasRequired || f.required();
@@ -219,6 +217,15 @@ ClassDescriptor::ClassDescriptor(const char *name_, quint32 id_, const FieldDef 
             f.offset = quint16(offset);
             offset += t.size;
         }
+    }
+    // The version last read follows the values.
+    loadedVersionOffset = 0;
+    if (version) {
+        versionAttribute = QString::fromLatin1(version->attribute);
+        currentVersion = QString::fromLatin1(version->current);
+        offset = (offset + int(alignof(QString)) - 1) / int(alignof(QString)) * int(alignof(QString));
+        loadedVersionOffset = quint16(offset);
+        offset += int(sizeof(QString));
     }
     stateOffset = quint16(offset);
     if (hasChildren)

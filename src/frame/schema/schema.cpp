@@ -141,6 +141,15 @@ const Registry &registry()
             }
             for (quint16 i : desc.taggedOrder)
                 c->taggedOrder.append(i);
+            if (desc.version) {
+                c->version = desc.currentVersion;
+                c->versionField.bit = -1;
+                c->versionField.name = desc.versionAttribute;
+                c->versionField.element = desc.versionAttribute;
+                c->versionField.tag = desc.version->tag;
+                c->versionField.kind = Kind::String;
+                c->versionField.attribute = true;
+            }
             r.owned.push_back(std::move(c));
         }
         for (const auto &c : r.owned) {
@@ -336,6 +345,8 @@ QString sampleText(const Field &f, int variant)
 void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
 {
     w.writeStartElement(c.name);
+    if (!c.version.isNull())
+        w.writeAttribute(c.versionField.element, c.version);
     for (const Field &f : c.fields) {
         if (f.attribute)
             w.writeAttribute(f.element, sampleText(f, 0));
@@ -388,6 +399,10 @@ QString describe(const Class &c)
     QTextStream out(&text);
     out << c.name << " 0x" << QString::number(c.id, 16).toUpper().rightJustified(8, QLatin1Char('0'))
         << (c.document ? " document" : "") << "\n";
+    if (!c.version.isNull())
+        out << "  version <" << c.versionField.element << "> 0x"
+            << QString::number(c.versionField.tag, 16).toUpper().rightJustified(8, QLatin1Char('0')) << " " << c.version
+            << "\n";
     for (const Field &f : c.fields) {
         out << "  " << f.bit << " " << f.name << " " << kindName(f.kind);
         if (!f.itemClass.isEmpty())

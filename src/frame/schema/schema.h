@@ -52,6 +52,12 @@ struct Class {
     bool document = false;      // held by no other class: a document of its own
     QVector<Field> fields;      // in bit order
     QVector<int> taggedOrder;   // field indices in the order of the tagged form
+    // A versioned document: the version it writes (null for the other
+    // classes), and its version as a field outside the field order (bit -1):
+    // a string named and written as its attribute, with the tag of its
+    // record, which holds a QString as the stream writes it.
+    QString version;
+    Field versionField;
 
     const Field *field(const QString &name) const;
     const Field *fieldByTag(quint32 tag) const;

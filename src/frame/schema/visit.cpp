@@ -40,6 +40,12 @@ public:
             if (length < 0 || length > end - at - 8)
                 return fault(at + 4, QStringLiteral("a record of %1 bytes runs past the end of its object").arg(length));
             const Field *f = c ? c->fieldByTag(tag) : nullptr;
+            if (!f && c && !c->version.isNull() && tag == c->versionField.tag) {
+                if (!version(*c, at, length))
+                    return false;
+                at += 8 + length;
+                continue;
+            }
             m_v.beginField(f, tag, at, length);
             if (!(f ? fieldValue(*f, at + 8, at + 8 + length) : bytes(at + 8, at + 8 + length)))
                 return false;
@@ -50,6 +56,31 @@ public:
     }
 
 private:
+    // The version record of a versioned document: a QString as the stream
+    // writes it, a byte count (0xFFFFFFFF for a null one), then UTF-16.
+    bool version(const Class &c, qint64 at, qint32 length)
+    {
+        m_v.beginField(&c.versionField, c.versionField.tag, at, length);
+        const qint64 begin = at + 8, end = begin + length;
+        if (length < 4)
+            return fault(begin, QStringLiteral("a text length is cut short"));
+        const qint32 n = frame::loadWord<qint32>(m_data + begin, m_big);
+        if (n != -1 && (n < 0 || (n & 1) || n != end - begin - 4))
+            return fault(begin, QStringLiteral("a version of %1 bytes in a record of %2").arg(n).arg(length));
+        Value v;
+        v.type = Value::Text;
+        if (n != -1) {
+            v.text = QString(n / 2, Qt::Uninitialized);
+            for (int i = 0; i < n / 2; ++i)
+                v.text[i] = QChar(frame::loadWord<quint16>(m_data + begin + 4 + 2 * i, m_big));
+            if (n == 0)
+                v.text = QString(QLatin1String(""));
+        }
+        m_v.value(v);
+        m_v.endField();
+        return true;
+    }
+
     bool fieldValue(const Field &f, qint64 begin, qint64 end)
     {
         const qint64 size = end - begin;

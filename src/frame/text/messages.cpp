@@ -55,6 +55,11 @@ void lengthError(const QString &objectName)
         + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation"));
 }
 
+void unknownTag(const QString &element, const QString &objectName)
+{
+    throw InvalidXmlException(QStringLiteral("Unknown Tag '%1' in '%2'.").arg(element, objectName));
+}
+
 QString plainNumber(double value)
 {
     QString text = QString::number(value, 'f', 10);

@@ -18,6 +18,7 @@ namespace messages {
 [[noreturn]] void incomplete(const QString &nested, const QString &objectName);
 [[noreturn]] void emptyBool(const QString &element, const QString &objectName);
 [[noreturn]] void lengthError(const QString &objectName);
+[[noreturn]] void unknownTag(const QString &element, const QString &objectName);
 
 /*! A limit as text: plain decimal notation without trailing zeros ("-1", "0.1"). */
 QString plainNumber(double value);
