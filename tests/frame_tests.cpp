@@ -7,6 +7,7 @@
 #include "frame/schema/schema.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 
 #include <cmath>
 #include <utility>
@@ -385,6 +386,10 @@ TEST(Frame, AnElementNameCarriesOneTagInEveryClass)
 {
     // What the compiler cannot see across classes: a tag belongs to an element
     // name, so two classes that both have "Unit" give it the same tag.
+    // One name stands for two different fields whose tables give each a tag
+    // of its own: the enumerated IFPan of Administration and the flag IFPan
+    // of MasterRecordingCapabilities. The tables are the reference.
+    const QHash<QString, QSet<quint32>> twoFields{{QStringLiteral("IFPan"), {0x820A8C66u, 0x262E0984u}}};
     QHash<QString, QPair<quint32, QString>> seen;
     int shared = 0;
     for (const schema::Class *c : schema::classes()) {
@@ -395,6 +400,9 @@ TEST(Frame, AnElementNameCarriesOneTagInEveryClass)
                 continue;
             }
             ++shared;
+            const QSet<quint32> both = twoFields.value(f.element);
+            if (both.contains(it->first) && both.contains(f.tag))
+                continue;
             EXPECT_EQ(it->first, f.tag) << qPrintable(f.element) << " in " << qPrintable(c->name) << " and "
                                         << qPrintable(it->second);
         }
