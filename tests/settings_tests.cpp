@@ -1285,3 +1285,25 @@ TEST(Settings, EveryClassRoundTrips)
     EXPECT_FALSE(copy == full);
     EXPECT_EQ(full.GetSensorSettings().GetModulationSettings().at(1).GetModulationValue(), 75.5);
 }
+
+TEST(Settings, CutDocumentsAreRefused)
+{
+    // Every cut of the full document: the tagged form throws the length
+    // error, the raw form leaves the stream's status set; neither crashes.
+    const ReceiverSettings full = fullSettings();
+    const QByteArray tagged = test::tagged(full);
+    const QByteArray raw = test::raw(full);
+    for (int cut = 0; cut < tagged.size(); ++cut) {
+        ReceiverSettings r;
+        r.SetValidate(true);
+        QDataStream in(tagged.left(cut));
+        in.skipRawData(4);
+        EXPECT_THROW(r.SetBinary(in, tagged.size() - 4), BinaryParsingException) << cut;
+    }
+    for (int cut = 0; cut < raw.size(); ++cut) {
+        ReceiverSettings r;
+        QDataStream in(raw.left(cut));
+        r.SetVersionSpecificBinaryWithoutValidation(in);
+        EXPECT_NE(in.status(), QDataStream::Ok) << cut;
+    }
+}
