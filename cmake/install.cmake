@@ -17,7 +17,7 @@ foreach(dir base administration measurements settings capabilities antenna)
 endforeach()
 install(FILES src/frame/dataclass DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame)
 install(FILES src/frame/dataclass.h src/frame/modemanager.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame)
-install(FILES src/frame/schema/schema.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame/schema)
+install(FILES src/frame/schema/schema.h src/frame/schema/visit.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/halvane/frame/schema)
 
 install(EXPORT HalvaneTargets NAMESPACE Halvane:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Halvane)
 configure_package_config_file(cmake/HalvaneConfig.cmake.in

@@ -1,7 +1,8 @@
 // fuzz_seeds DIR: writes the seed corpus of the fuzz targets and their
 // dictionary from the field tables: for every document class an empty, a
-// fully populated and a truncated document in each form; element names,
-// field tags (four big-endian bytes) and name table texts.
+// fully populated and a truncated document in each form, each behind the
+// class id (four big-endian bytes); element names, field numbers and class ids
+// (four big-endian bytes) and name table texts.
 #include <halvane/halvane.h>
 
 #include <QtCore/QDataStream>
@@ -9,6 +10,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QSet>
 #include <QtCore/QXmlStreamWriter>
+#include <QtCore/QtEndian>
 
 #include <algorithm>
 #include <cstdio>
@@ -54,9 +56,10 @@ int main(int argc, char **argv)
         if (c->document)
             documents.append(c);
     }
-    for (int i = 0; i < documents.size(); ++i) {
-        const schema::Class &c = *documents[i];
-        const char selector = char(i);
+    for (const schema::Class *document : documents) {
+        const schema::Class &c = *document;
+        QByteArray selector(4, '\0');
+        qToBigEndian<quint32>(c.id, selector.data());
         auto full = c.create();
         full->SetXmlString(schema::exampleXml(c));
         const auto empty = c.create();
@@ -96,15 +99,16 @@ int main(int argc, char **argv)
         }
     }
 
-    // The dictionary: words the readers look for.
+    // The dictionary: words the readers look for, and field tags and class ids.
     QSet<QString> words;
-    QSet<quint32> tags;
+    QSet<quint32> numbers;
     for (const schema::Class *c : schema::classes()) {
         words.insert(QLatin1Char('<') + c->name + QLatin1Char('>'));
+        numbers.insert(c->id);
         for (const schema::Field &f : c->fields) {
             words.insert(QLatin1Char('<') + f.element + QLatin1Char('>'));
             words.insert(QStringLiteral("</") + f.element + QLatin1Char('>'));
-            tags.insert(f.tag);
+            numbers.insert(f.tag);
             for (const QStringList &row : f.table.rows)
                 words.insert(row.value(0));
         }
@@ -114,15 +118,15 @@ int main(int argc, char **argv)
     QString dict;
     for (const QString &w : sorted)
         dict += QLatin1Char('"') + escaped(w.toUtf8()) + QStringLiteral("\"\n");
-    QList<quint32> tagList = tags.values();
-    std::sort(tagList.begin(), tagList.end());
-    for (quint32 tag : tagList) {
+    QList<quint32> numberList = numbers.values();
+    std::sort(numberList.begin(), numberList.end());
+    for (quint32 number : numberList) {
         QByteArray bytes(4, '\0');
         for (int b = 0; b < 4; ++b)
-            bytes[b] = char(tag >> (24 - 8 * b));
+            bytes[b] = char(number >> (24 - 8 * b));
         dict += QLatin1Char('"') + escaped(bytes) + QStringLiteral("\"\n");
     }
     put(dir.filePath(QStringLiteral("halvane.dict")), dict.toUtf8());
-    std::printf("%d document classes, %d dictionary words\n", int(documents.size()), int(sorted.size() + tagList.size()));
+    std::printf("%d document classes, %d dictionary words\n", int(documents.size()), int(sorted.size() + numberList.size()));
     return 0;
 }

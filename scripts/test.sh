@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the suite in a normal build, the suite again
-# under AddressSanitizer and UndefinedBehaviorSanitizer, a short run of each
-# fuzz target with the corpus and findings replayed, the suite against Qt 6,
-# documents exchanged between the Qt 5 and Qt 6 builds, and an outside
-# project built against each installed package.
+# under AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests
+# under ThreadSanitizer, a short run of each fuzz target with the corpus and
+# findings replayed, the suite against Qt 6, documents exchanged between the
+# Qt 5 and Qt 6 builds, and an outside project built against each installed
+# package.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh clang libclang-rt-14-dev
@@ -21,6 +22,12 @@ echo "== Sanitizers (address, undefined)"
 cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DHALVANE_SANITIZE=ON >/dev/null
 cmake --build build-asan --parallel "$jobs"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure)
+
+echo "== ThreadSanitizer: the thread tests"
+cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DHALVANE_TSAN=ON \
+  -DHALVANE_BUILD_BENCH=OFF -DHALVANE_BUILD_TOOLS=OFF >/dev/null
+cmake --build build-tsan --parallel "$jobs"
+(cd build-tsan && TSAN_OPTIONS=halt_on_error=1 ctest --output-on-failure -R '^Threads\.')
 
 echo "== Fuzz targets: a short run of each, then the corpus and saved findings replayed"
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DHALVANE_FUZZ=ON \

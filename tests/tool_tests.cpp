@@ -235,3 +235,20 @@ TEST(Tool, BadInputIsOneLineAndNoOutput)
     EXPECT_EQ(run({QStringLiteral("schema"), QStringLiteral("Nothing")}).code, 2);
     EXPECT_FALSE(QFile::exists(out));
 }
+
+TEST(Tool, DumpOfACorruptFileShowsWhatWasReadAndFails)
+{
+    QTemporaryDir dir;
+    QByteArray raw = readAll(examples() + QStringLiteral("/MeasurementList.hvr"));
+    raw.replace(9, 4, QByteArray::fromHex("87123456")); // the list count
+    const QString file = dir.filePath(QStringLiteral("corrupt.hvr"));
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(raw);
+    out.close();
+    const Result r = run({QStringLiteral("dump"), file});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.out.toStdString(), "MeasurementList presence 11 (bit 0 first)\n");
+    EXPECT_EQ(r.err.toStdString(),
+              (file + QStringLiteral(": at byte 5: a count of -2028850090 items does not fit the 3 bytes that remain\n")).toStdString());
+}

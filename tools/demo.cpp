@@ -114,7 +114,7 @@ int main()
                         & roundTrip("Administration", makeAdministration());
         return ok ? 0 : 1;
     } catch (const QuilletRootException &e) {
-        std::fprintf(stderr, "halvane-demo: %s\n", e.what());
+        std::fprintf(stderr, "halvane-demo: %s\n", e.GetMessage().toLocal8Bit().constData());
         return 1;
     }
 }

@@ -13,6 +13,7 @@
 #include <halvane/halvane.h>
 
 #include <halvane/base/binaryheader.h>
+#include <halvane/frame/schema/visit.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDataStream>
@@ -183,278 +184,213 @@ QString tagText(quint32 tag)
     return QStringLiteral("0x%1").arg(tag, 8, 16, QLatin1Char('0')).toUpper().replace(QLatin1String("0X"), QLatin1String("0x"));
 }
 
-class Reader
+// Lines of the dump, from the frame's walk over a binary form.
+class Dumper : public schema::RecordVisitor
 {
 public:
-    explicit Reader(const QByteArray &data) : m_data(data) {}
-    int left() const { return int(m_data.size()) - m_at; }
-    bool i32(qint32 &v)
-    {
-        if (left() < 4)
-            return false;
-        v = qFromBigEndian<qint32>(m_data.constData() + m_at);
-        m_at += 4;
-        return true;
-    }
-    bool take(int n, QByteArray &out)
-    {
-        if (n < 0 || n > left())
-            return false;
-        out = m_data.mid(m_at, n);
-        m_at += n;
-        return true;
-    }
-
-private:
-    QByteArray m_data;
-    int m_at = 0;
-};
-
-struct Dumper {
+    explicit Dumper(bool raw, int depth = 0) : m_raw(raw), m_depth(depth) {}
     QString out;
+    QString faultText;
+
     void line(int depth, const QString &text) { out += QString(depth * 2, QLatin1Char(' ')) + text + QLatin1Char('\n'); }
 
-    static QString textOf(const QByteArray &value)
+    // In the raw form an object's presence line takes a level of its own; in
+    // the tagged form the records stand below their field's line.
+    void beginObject(const schema::Class *, qint64, qint64) override { m_depth += m_raw ? 1 : 0; }
+    void endObject() override { m_depth -= m_raw ? 1 : 0; }
+    void presence(const schema::Class &c, const QByteArray &bits) override
     {
-        if (value.size() < 4)
-            return QStringLiteral("(cut short) ") + hex(value);
-        const qint32 n = qFromBigEndian<qint32>(value.constData());
-        if (n == -1)
-            return QStringLiteral("(null)");
-        return QLatin1Char('"') + QString::fromUtf8(value.mid(4, n)) + QLatin1Char('"');
-    }
-
-    void value(const schema::Field &f, const QByteArray &value, int depth)
-    {
-        switch (f.kind) {
-        case schema::Kind::Bool:
-            line(depth, value.size() == 1 ? (value[0] ? QStringLiteral("true") : QStringLiteral("false")) : hex(value));
-            return;
-        case schema::Kind::Int:
-        case schema::Kind::Int64:
-            line(depth, value.size() == 8 ? QString::number(qFromBigEndian<qint64>(value.constData())) : hex(value));
-            return;
-        case schema::Kind::Nested:
-            records(schema::findClass(f.itemClass), value, depth);
-            return;
-        case schema::Kind::ObjectList:
-        case schema::Kind::StringList:
-        case schema::Kind::EnumList: {
-            Reader r(value);
-            qint32 count;
-            if (!r.i32(count))
-                return line(depth, QStringLiteral("(no count) ") + hex(value));
-            line(depth, QStringLiteral("%1 items").arg(count));
-            for (qint32 i = 0; i < count; ++i) {
-                qint32 length;
-                QByteArray item;
-                if (!r.i32(length) || !r.take(f.kind == schema::Kind::ObjectList ? length : qMax(length, 0), item))
-                    return line(depth, QStringLiteral("[%1] cut short").arg(i));
-                if (f.kind == schema::Kind::ObjectList) {
-                    line(depth, QStringLiteral("[%1] %2, length %3").arg(i).arg(f.itemClass).arg(length));
-                    records(schema::findClass(f.itemClass), item, depth + 1);
-                } else {
-                    line(depth, QStringLiteral("[%1] %2").arg(i).arg(textOf(item)));
-                }
-            }
-            return;
-        }
-        default:
-            line(depth, textOf(value));
-            return;
-        }
-    }
-
-    void records(const schema::Class *c, const QByteArray &data, int depth)
-    {
-        Reader r(data);
-        while (r.left() > 0) {
-            qint32 tag, length;
-            QByteArray value;
-            if (!r.i32(tag) || !r.i32(length) || !r.take(length, value)) {
-                line(depth, QStringLiteral("(a record runs past the end of its object)"));
-                return;
-            }
-            const schema::Field *f = c ? c->fieldByTag(quint32(tag)) : nullptr;
-            if (!f) {
-                line(depth, QStringLiteral("? %1 length %2: %3").arg(tagText(quint32(tag))).arg(length).arg(hex(value)));
-                continue;
-            }
-            line(depth, QStringLiteral("%1 %2 length %3").arg(f->name, tagText(quint32(tag))).arg(length));
-            this->value(*f, value, depth + 1);
-        }
-    }
-
-    // Without a schema: a record's value is taken for records, a number, a
-    // bool or a text where its bytes fit one of them exactly.
-    static bool isRecords(const QByteArray &data)
-    {
-        Reader r(data);
-        if (r.left() < 8)
-            return false;
-        while (r.left() > 0) {
-            qint32 tag, length;
-            QByteArray value;
-            if (!r.i32(tag) || !r.i32(length) || !r.take(length, value))
-                return false;
-        }
-        return true;
-    }
-
-    void rawTags(const QByteArray &data, int depth)
-    {
-        Reader r(data);
-        while (r.left() > 0) {
-            qint32 tag, length;
-            QByteArray value;
-            if (!r.i32(tag) || !r.i32(length) || !r.take(length, value)) {
-                line(depth, QStringLiteral("(a record runs past the end: %1 bytes left)").arg(r.left()));
-                return;
-            }
-            const QString head = QStringLiteral("%1 length %2").arg(tagText(quint32(tag))).arg(length);
-            const qint32 n = value.size() >= 4 ? qFromBigEndian<qint32>(value.constData()) : -2;
-            if (isRecords(value)) {
-                line(depth, head + QStringLiteral(" {"));
-                rawTags(value, depth + 1);
-                line(depth, QStringLiteral("}"));
-            } else if ((n == -1 && value.size() == 4) || (n >= 0 && n + 4 == value.size())) {
-                line(depth, head + QStringLiteral(": ") + textOf(value));
-            } else if (value.size() == 8) {
-                line(depth, head + QStringLiteral(": %1").arg(qFromBigEndian<qint64>(value.constData())));
-            } else if (value.size() == 1) {
-                line(depth, head + QStringLiteral(": %1").arg(int(quint8(value[0]))));
-            } else {
-                line(depth, head + QStringLiteral(": ") + hex(value));
-            }
-        }
-    }
-
-    // The raw form, by the class's layout.
-    void raw(const schema::Class &c, QDataStream &in, int depth)
-    {
-        const int n = (int(c.fields.size()) + 7) / 8;
-        QByteArray bits(n, '\0');
-        in.readRawData(bits.data(), n);
         QString shown;
         for (const schema::Field &f : c.fields)
             shown += (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1 ? QLatin1Char('1') : QLatin1Char('0');
-        line(depth, QStringLiteral("%1 presence %2 (bit 0 first)").arg(c.name, shown));
-        for (const schema::Field &f : c.fields) {
-            const bool set = (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1;
-            if (!f.required && !set)
-                continue;
-            if (in.status() != QDataStream::Ok)
-                return line(depth, QStringLiteral("(cut short)"));
-            rawValue(f, in, depth + 1);
-        }
+        // The raw form's object line stands where its owner's field or item put it.
+        line(m_depth - 1, QStringLiteral("%1 presence %2 (bit 0 first)").arg(c.name, shown));
     }
-
-    void rawValue(const schema::Field &f, QDataStream &in, int depth)
+    void beginField(const schema::Field *f, quint32 tag, qint64, qint64 length) override
     {
-        const QString head = f.name + QStringLiteral(": ");
-        switch (f.kind) {
-        case schema::Kind::Bool: {
-            bool v;
-            in >> v;
-            return line(depth, head + (v ? QStringLiteral("true") : QStringLiteral("false")));
-        }
-        case schema::Kind::Int:
-        case schema::Kind::Int64: {
-            qint64 v;
-            in >> v;
-            return line(depth, head + QString::number(v));
-        }
-        case schema::Kind::Double: {
-            double v;
-            in >> v;
-            return line(depth, head + QString::number(v, 'g', 17));
-        }
-        case schema::Kind::Float: {
-            float v;
-            in >> v;
-            return line(depth, head + QString::number(double(v), 'g', 9));
-        }
-        case schema::Kind::String: {
-            QString v;
-            in >> v;
-            return line(depth, head + (v.isNull() ? QStringLiteral("(null)") : QLatin1Char('"') + v + QLatin1Char('"')));
-        }
-        case schema::Kind::DateTime: {
-            QDateTime v;
-            in >> v;
-            return line(depth, head + Converters::ToString(v));
-        }
-        case schema::Kind::Enum: {
-            qint8 v;
-            in >> v;
-            return line(depth, head + enumText(f, v));
-        }
-        case schema::Kind::Nested:
-            line(depth, head);
-            return raw(*schema::findClass(f.itemClass), in, depth + 1);
-        case schema::Kind::ObjectList:
-        case schema::Kind::StringList:
-        case schema::Kind::EnumList: {
-            qint32 count;
-            in >> count;
-            line(depth, head + QStringLiteral("%1 items").arg(count));
-            for (qint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
-                if (f.kind == schema::Kind::ObjectList) {
-                    line(depth + 1, QStringLiteral("[%1]").arg(i));
-                    raw(*schema::findClass(f.itemClass), in, depth + 2);
-                } else if (f.kind == schema::Kind::StringList) {
-                    QString v;
-                    in >> v;
-                    line(depth + 1, QStringLiteral("[%1] \"%2\"").arg(i).arg(v));
-                } else {
-                    qint8 v;
-                    in >> v;
-                    line(depth + 1, QStringLiteral("[%1] %2").arg(i).arg(enumText(f, v)));
-                }
+        m_fields.append(f);
+        m_items.append(-1);
+        m_field = f;
+        m_item = -1;
+        m_tag = tag;
+        m_length = length;
+        if (m_raw) {
+            m_pending = f->name + QStringLiteral(": ");
+            if (f->kind == schema::Kind::Nested) {
+                line(m_depth, m_pending);
+                m_pending.clear();
             }
-            return;
+        } else if (f) {
+            line(m_depth, QStringLiteral("%1 %2 length %3").arg(f->name, tagText(tag)).arg(length));
         }
+        ++m_depth;
+    }
+    void endField() override
+    {
+        --m_depth;
+        m_fields.removeLast();
+        m_items.removeLast();
+        m_field = m_fields.isEmpty() ? nullptr : m_fields.last();
+        m_item = m_items.isEmpty() ? -1 : m_items.last();
+    }
+    void list(qint32 count) override
+    {
+        if (m_raw) {
+            line(m_depth - 1, m_pending + QStringLiteral("%1 items").arg(count));
+            m_pending.clear();
+        } else {
+            line(m_depth, QStringLiteral("%1 items").arg(count));
         }
+    }
+    void beginItem(int index, qint64, qint64 length) override
+    {
+        m_item = index;
+        m_items.last() = index;
+        if (m_field->kind == schema::Kind::ObjectList) {
+            if (m_raw)
+                line(m_depth, QStringLiteral("[%1]").arg(index));
+            else
+                line(m_depth, QStringLiteral("[%1] %2, length %3").arg(index).arg(m_field->itemClass).arg(length));
+            ++m_depth;
+        }
+    }
+    void endItem() override
+    {
+        if (m_field->kind == schema::Kind::ObjectList)
+            --m_depth;
+        m_item = -1;
+        m_items.last() = -1;
+    }
+    void value(const schema::Value &v) override
+    {
+        const QString text = valueText(v);
+        if (m_item >= 0)
+            line(m_depth, QStringLiteral("[%1] %2").arg(m_item).arg(text));
+        else if (m_raw)
+            line(m_depth - 1, m_pending + text);
+        else if (m_field)
+            line(m_depth, text);
+        else
+            line(m_depth - 1, QStringLiteral("? %1 length %2: %3").arg(tagText(m_tag)).arg(m_length).arg(text));
+        m_pending.clear();
+    }
+    void fault(qint64 offset, const QString &what) override { faultText = QStringLiteral("at byte %1: %2").arg(offset).arg(what); }
+
+private:
+    QString valueText(const schema::Value &v) const
+    {
+        switch (v.type) {
+        case schema::Value::Bytes:
+            return hex(v.bytes);
+        case schema::Value::Bool:
+            return v.boolean ? QStringLiteral("true") : QStringLiteral("false");
+        case schema::Value::Integer:
+            return QString::number(v.integer);
+        case schema::Value::Real:
+            return m_field->kind == schema::Kind::Float ? QString::number(v.real, 'g', 9) : QString::number(v.real, 'g', 17);
+        case schema::Value::Text:
+            return v.text.isNull() ? QStringLiteral("(null)") : QLatin1Char('"') + v.text + QLatin1Char('"');
+        case schema::Value::DateTime:
+            return Converters::ToString(v.dateTime);
+        case schema::Value::Index:
+            if (v.integer >= 0 && v.integer < m_field->table.rows.size())
+                return QStringLiteral("%1 (%2)").arg(v.integer).arg(m_field->table.rows[int(v.integer)].value(0));
+            return QStringLiteral("%1 (invalid)").arg(v.integer);
+        }
+        return QString();
     }
 
-    static QString enumText(const schema::Field &f, qint8 v)
-    {
-        if (v >= 0 && v < f.table.rows.size())
-            return QStringLiteral("%1 (%2)").arg(v).arg(f.table.rows[v].value(0));
-        return QStringLiteral("%1 (invalid)").arg(int(v));
-    }
+    bool m_raw;
+    int m_depth;
+    // The field and list item being read, innermost last.
+    QVector<const schema::Field *> m_fields;
+    QVector<int> m_items;
+    const schema::Field *m_field = nullptr;
+    quint32 m_tag = 0;
+    qint64 m_length = 0;
+    int m_item = -1;
+    QString m_pending;
 };
 
+// Without a schema: a record's value is shown as records, a number, a bool or
+// a text where its bytes fit one of them exactly.
+class RawTags : public schema::RecordVisitor
+{
+public:
+    QString out;
+    QString faultText;
+    int depth = 0;
+
+    void beginField(const schema::Field *, quint32 tag, qint64, qint64 length) override
+    {
+        m_head = QStringLiteral("%1 length %2").arg(tagText(tag)).arg(length);
+    }
+    void value(const schema::Value &v) override
+    {
+        const QByteArray &value = v.bytes;
+        const qint32 n = value.size() >= 4 ? qFromBigEndian<qint32>(value.constData()) : -2;
+        RawTags inner;
+        inner.depth = depth + 1;
+        if (value.size() >= 8 && schema::walkTagged(nullptr, value, QDataStream::BigEndian, inner)) {
+            line(m_head + QStringLiteral(" {"));
+            out += inner.out;
+            line(QStringLiteral("}"));
+        } else if ((n == -1 && value.size() == 4) || (n >= 0 && n + 4 == value.size())) {
+            line(m_head + QStringLiteral(": ") + (n == -1 ? QStringLiteral("(null)")
+                                                           : QLatin1Char('"') + QString::fromUtf8(value.mid(4)) + QLatin1Char('"')));
+        } else if (value.size() == 8) {
+            line(m_head + QStringLiteral(": %1").arg(qFromBigEndian<qint64>(value.constData())));
+        } else if (value.size() == 1) {
+            line(m_head + QStringLiteral(": %1").arg(int(quint8(value[0]))));
+        } else {
+            line(m_head + QStringLiteral(": ") + hex(value));
+        }
+    }
+    void fault(qint64 offset, const QString &what) override { faultText = QStringLiteral("at byte %1: %2").arg(offset).arg(what); }
+
+private:
+    void line(const QString &text) { out += QString(depth * 2, QLatin1Char(' ')) + text + QLatin1Char('\n'); }
+    QString m_head;
+};
+
+// The dump's text; a fault of the walk ends it with a DocumentError after
+// what was read before it has been printed.
 QString dump(const QString &file, const QByteArray &bytes, const QString &format, bool rawTags)
 {
-    Dumper d;
+    auto finish = [&](const QString &out, const QString &fault) {
+        if (!fault.isEmpty()) {
+            printOut(out);
+            throw DocumentError{QStringLiteral("%1: %2").arg(file, fault)};
+        }
+        return out;
+    };
     if (rawTags) {
         const QByteArray block = bytes.startsWith(QByteArray(QUILLET::kBinaryMagic, 4)) ? bytes.mid(4) : bytes;
-        d.rawTags(block, 0);
-        return d.out;
+        RawTags d;
+        schema::walkTagged(nullptr, block, QDataStream::BigEndian, d);
+        return finish(d.out, d.faultText);
     }
     if (format == QLatin1String("hvb")) {
         if (bytes.size() < 12 || !bytes.startsWith(QByteArray(QUILLET::kBinaryMagic, 4)))
             throw DocumentError{QStringLiteral("%1: not a binary document (no HVB1 header)").arg(file)};
         const schema::Class *c = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
         const qint32 length = qFromBigEndian<qint32>(bytes.constData() + 8);
-        d.line(0, QStringLiteral("%1 %2 length %3").arg(c->name, tagText(c->id)).arg(length));
         if (length < 0 || length > bytes.size() - 12)
             throw DocumentError{QStringLiteral("%1: the object length %2 runs past the end of the file").arg(file).arg(length)};
-        d.records(c, bytes.mid(12, length), 1);
-    } else if (format == QLatin1String("hvr")) {
+        Dumper d(false, 1);
+        d.line(0, QStringLiteral("%1 %2 length %3").arg(c->name, tagText(c->id)).arg(length));
+        schema::walkTagged(c, bytes.mid(12, length), QDataStream::BigEndian, d);
+        return finish(d.out, d.faultText);
+    }
+    if (format == QLatin1String("hvr")) {
         if (bytes.size() < 8 || !bytes.startsWith(QByteArray(kRawMagic, 4)))
             throw DocumentError{QStringLiteral("%1: not a raw document (no HVR1 header)").arg(file)};
         const schema::Class *c = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
-        QDataStream in(bytes.mid(8));
-        QUILLET::pinStream(in);
-        d.raw(*c, in, 0);
-        if (in.status() != QDataStream::Ok)
-            throw DocumentError{QStringLiteral("%1: the raw form is truncated or corrupt").arg(file)};
-    } else {
-        throw UsageError{QStringLiteral("dump reads hvb and hvr documents")};
+        Dumper d(true);
+        schema::walkRaw(*c, bytes.mid(8), QUILLET::kBinaryStreamVersion, QDataStream::BigEndian, d);
+        return finish(d.out, d.faultText);
     }
-    return d.out;
+    throw UsageError{QStringLiteral("dump reads hvb and hvr documents")};
 }
 
 // ---- Examples and the XML Schema, from the tables

@@ -2,22 +2,20 @@
 #ifndef HALVANE_BASE_EXCEPTIONS_H
 #define HALVANE_BASE_EXCEPTIONS_H
 
-#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include <exception>
-
-class QuilletRootException : public std::exception
+/*! The root of the library's exceptions. It derives from nothing, on purpose:
+    a handler for std::exception does not see the library's errors, which are
+    caught as QuilletRootException (or one of its kinds) and read by GetMessage. */
+class QuilletRootException
 {
 public:
     explicit QuilletRootException(const QString &message);
-    ~QuilletRootException() override;
+    virtual ~QuilletRootException();
     QString GetMessage() const { return m_message; }
-    const char *what() const noexcept override;
 
 private:
     QString m_message;
-    QByteArray m_utf8;
 };
 
 class QuilletException : public QuilletRootException

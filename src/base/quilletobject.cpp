@@ -7,13 +7,21 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
 #include <QtCore/QtEndian>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+#include <QtCore/QStringDecoder>
+#else
+#include <QtCore/QTextCodec>
+#endif
 
 #include <cmath>
+#include <cstring>
+#include <limits>
 
 namespace QUILLET {
 
@@ -63,6 +71,16 @@ void IQuilletObject::dropExtrasIfEmpty() const
 
 void IQuilletObject::SetObjectType(ObjectTypes) {}
 
+ObjectTypes IQuilletObject::GetObjectType() const
+{
+    return m_objectType;
+}
+
+const QString &IQuilletObject::GetObjectName() const
+{
+    return m_extras && m_extras->hasName ? m_extras->name : DefaultObjectName();
+}
+
 void IQuilletObject::SetObjectName(const QString &name)
 {
     if (name == DefaultObjectName() && name.isNull() == DefaultObjectName().isNull()) {
@@ -88,6 +106,11 @@ void IQuilletObject::SetValidate(bool validate) const
     m_validate = validate;
 }
 
+bool IQuilletObject::GetValidate() const
+{
+    return m_validate;
+}
+
 std::shared_ptr<Logger> IQuilletObject::GetLogger() const
 {
     return m_extras ? m_extras->logger : std::shared_ptr<Logger>();
@@ -95,18 +118,18 @@ std::shared_ptr<Logger> IQuilletObject::GetLogger() const
 
 void IQuilletObject::SetLogger(std::shared_ptr<Logger> logger) const
 {
-    if (!logger)
-        ResetLogger();
-    else if (!m_extras || m_extras->logger != logger)
-        extras().logger = std::move(logger);
+    if (logger) {
+        if (!m_extras || m_extras->logger != logger)
+            extras().logger = std::move(logger);
+    } else if (m_extras) {
+        m_extras->logger.reset();
+        dropExtrasIfEmpty();
+    }
 }
 
 void IQuilletObject::ResetLogger() const
 {
-    if (m_extras) {
-        m_extras->logger.reset();
-        dropExtrasIfEmpty();
-    }
+    SetLogger(std::shared_ptr<Logger>());
 }
 
 const QString &IQuilletObject::GetVersion() const
@@ -117,22 +140,79 @@ const QString &IQuilletObject::GetVersion() const
 
 void IQuilletObject::MergeQuilletObject(const IQuilletObject &) {}
 
-void IQuilletObject::SetInvalid() {}
+// ---- Validity of plain values
+
+bool IQuilletObject::IsValid(float value) const
+{
+    return !std::isnan(value);
+}
+
+bool IQuilletObject::IsValid(bool) const
+{
+    return true;
+}
+
+bool IQuilletObject::IsValid(unsigned int value) const
+{
+    return value != std::numeric_limits<unsigned int>::max();
+}
+
+bool IQuilletObject::IsValid(qint64 value) const
+{
+    return value != std::numeric_limits<qint64>::min();
+}
+
+bool IQuilletObject::IsValid(const QDateTime &value) const
+{
+    return value.isValid();
+}
 
 bool IQuilletObject::IsValid(const QString &value) const
 {
     return !value.isNull();
 }
 
-bool IQuilletObject::IsValid(int) const
-{
-    return true;
-}
-
 bool IQuilletObject::IsValid(double value) const
 {
     return !std::isnan(value);
 }
+
+bool IQuilletObject::IsValid(int value) const
+{
+    return value != std::numeric_limits<int>::min();
+}
+
+void IQuilletObject::SetInvalid(float &value) const
+{
+    value = std::numeric_limits<float>::quiet_NaN();
+}
+
+void IQuilletObject::SetInvalid(unsigned int &value) const
+{
+    value = std::numeric_limits<unsigned int>::max();
+}
+
+void IQuilletObject::SetInvalid(qint64 &value) const
+{
+    value = std::numeric_limits<qint64>::min();
+}
+
+void IQuilletObject::SetInvalid(QString &value) const
+{
+    value = QString();
+}
+
+void IQuilletObject::SetInvalid(double &value) const
+{
+    value = std::numeric_limits<double>::quiet_NaN();
+}
+
+void IQuilletObject::SetInvalid(int &value) const
+{
+    value = std::numeric_limits<int>::min();
+}
+
+// ---- XML of one object
 
 void IQuilletObject::ProcessXml(QXmlStreamReader &reader)
 {
@@ -169,13 +249,162 @@ int IQuilletObject::skipCurrentElement(QDataStream &stream, int length, int) con
 
 namespace {
 
-[[noreturn]] void throwXmlError(const IQuilletObject &object, const QXmlStreamReader &reader)
+// The library's documents have no document type declaration, and a reader
+// that took one would declare entities and expand them: one entity of a few
+// thousand characters referenced a hundred thousand times is hundreds of
+// millions of characters. Qt's reader also expands parameter entities while
+// it reads a declaration, before it reports it, and it reads one wherever it
+// stands, after the root element or inside it too, where it is an error only
+// once it has been read. So every document is scanned before the reader sees
+// it, and a declaration is refused.
+const char kNoDtd[] = "Document type declarations (DTDs) are not accepted.";
+
+[[noreturn]] void throwXmlError(const IQuilletObject &object, qint64 line, qint64 column, const QString &message)
 {
     throw InvalidXmlException(QStringLiteral("%1: XML error at line %2, column %3: %4")
                                   .arg(object.GetObjectName())
-                                  .arg(reader.lineNumber())
-                                  .arg(reader.columnNumber())
-                                  .arg(reader.errorString()));
+                                  .arg(line)
+                                  .arg(column)
+                                  .arg(message));
+}
+
+[[noreturn]] void throwXmlError(const IQuilletObject &object, const QXmlStreamReader &reader)
+{
+    throwXmlError(object, reader.lineNumber(), reader.columnNumber(), reader.errorString());
+}
+
+// Where a document holds a document type declaration: the offset of its
+// "<!DOCTYPE" in the text, or -1. Outside comments, processing instructions
+// and CDATA sections, where it is text, "<!DOCTYPE" can only begin a
+// declaration: character data and attribute values cannot hold a '<'. A
+// construct that is not closed ends the scan; the reader reports it.
+qsizetype doctypeOffset(QStringView text)
+{
+    static const struct {
+        QLatin1String open;
+        QLatin1String close;
+    } kSkipped[] = {
+        {QLatin1String("<!--"), QLatin1String("-->")},
+        {QLatin1String("<?"), QLatin1String("?>")},
+        {QLatin1String("<![CDATA["), QLatin1String("]]>")},
+    };
+    qsizetype i = 0;
+    while ((i = text.indexOf(QLatin1Char('<'), i)) >= 0) {
+        const QStringView rest = text.mid(i);
+        if (rest.startsWith(QLatin1String("<!DOCTYPE")))
+            return i;
+        qsizetype next = i + 1;
+        for (const auto &skipped : kSkipped) {
+            if (rest.startsWith(skipped.open)) {
+                const qsizetype close = text.indexOf(skipped.close, i + skipped.open.size());
+                if (close < 0)
+                    return -1;
+                next = close + skipped.close.size();
+                break;
+            }
+        }
+        i = next;
+    }
+    return -1;
+}
+
+// Line and column of an offset as the reader counts them: lines from 1, a
+// line break being LF, CR LF or CR; columns from 0, without a leading byte
+// order mark.
+void throwDtdError(const IQuilletObject &object, QStringView text, qsizetype at)
+{
+    qint64 line = 1;
+    qsizetype lineStart = text.startsWith(QChar(0xFEFF)) ? 1 : 0;
+    for (qsizetype i = 0; i < at; ++i) {
+        if (text[i] == QLatin1Char('\n')
+            || (text[i] == QLatin1Char('\r') && (i + 1 == text.size() || text[i + 1] != QLatin1Char('\n')))) {
+            ++line;
+            lineStart = i + 1;
+        }
+    }
+    throwXmlError(object, line, at - lineStart, QLatin1String(kNoDtd));
+}
+
+// Decodes bytes in a named encoding as Qt's reader does; false if this Qt
+// does not know the encoding.
+bool decode(const QByteArray &encoding, const QByteArray &bytes, qsizetype from, QString &text)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QStringDecoder decoder(encoding.constData(), QStringConverter::Flag::Stateless);
+    if (!decoder.isValid())
+        return false;
+    text = decoder.decode(QByteArrayView(bytes.constData() + from, bytes.size() - from));
+#else
+    QTextCodec *codec = QTextCodec::codecForName(encoding);
+    if (!codec)
+        return false;
+    text = codec->toUnicode(bytes.constData() + from, int(bytes.size() - from));
+#endif
+    return true;
+}
+
+// "<?xml" and white space: an XML declaration, not a processing instruction.
+bool startsWithDeclaration(const QByteArray &bytes, qsizetype from)
+{
+    if (bytes.size() - from <= 5 || std::memcmp(bytes.constData() + from, "<?xml", 5) != 0)
+        return false;
+    const char next = bytes.at(int(from + 5));
+    return next == ' ' || next == '\t' || next == '\r' || next == '\n';
+}
+
+// Refuses a document file that holds a document type declaration. The scan needs
+// the characters that the reader will see: the code units follow from the
+// byte order mark or the first bytes, as XML's autodetection tells them; in
+// a document of single bytes, an XML declaration that names an encoding
+// decides how the rest is read.
+void refuseDtd(const IQuilletObject &object, const QByteArray &bytes)
+{
+    static const struct {
+        const char *start;
+        int length;
+        int skip;
+        const char *encoding;
+    } kLayouts[] = {
+        {"\x00\x00\xFE\xFF", 4, 4, "UTF-32BE"}, {"\xFF\xFE\x00\x00", 4, 4, "UTF-32LE"},
+        {"\x00\x00\x00\x3C", 4, 0, "UTF-32BE"}, {"\x3C\x00\x00\x00", 4, 0, "UTF-32LE"},
+        {"\xFE\xFF", 2, 2, "UTF-16BE"},         {"\xFF\xFE", 2, 2, "UTF-16LE"},
+        {"\x00\x3C", 2, 0, "UTF-16BE"},         {"\x3C\x00", 2, 0, "UTF-16LE"},
+        {"\xEF\xBB\xBF", 3, 3, nullptr},
+    };
+    qsizetype from = 0;
+    const char *wide = nullptr;
+    for (const auto &layout : kLayouts) {
+        if (bytes.startsWith(QByteArray::fromRawData(layout.start, layout.length))) {
+            from = layout.skip;
+            wide = layout.encoding;
+            break;
+        }
+    }
+    QString text;
+    if (wide) {
+        decode(wide, bytes, from, text);
+    } else if (startsWithDeclaration(bytes, from)) {
+        // The reader stops after the declaration with its first token.
+        QXmlStreamReader declaration(bytes);
+        declaration.readNext();
+        if (declaration.hasError())
+            throwXmlError(object, declaration);
+        const QByteArray encoding = declaration.documentEncoding().toLatin1();
+        const qsizetype end = bytes.indexOf("?>", int(from)) + 2;
+        if (encoding.isEmpty() || end < 2) {
+            text = QString::fromUtf8(bytes.constData() + from, int(bytes.size() - from));
+        } else {
+            if (!decode(encoding, bytes, end, text))
+                throwXmlError(object, declaration.lineNumber(), declaration.columnNumber(),
+                              QStringLiteral("Encoding %1 is not supported.").arg(QLatin1String(encoding)));
+            text.prepend(QLatin1String(bytes.constData() + from, int(end - from)));
+        }
+    } else {
+        text = QString::fromUtf8(bytes.constData() + from, int(bytes.size() - from));
+    }
+    const qsizetype at = doctypeOffset(text);
+    if (at >= 0)
+        throwDtdError(object, text, at);
 }
 
 QString hex8(quint32 value)
@@ -183,13 +412,30 @@ QString hex8(quint32 value)
     return QStringLiteral("%1").arg(value, 8, 16, QLatin1Char('0')).toUpper();
 }
 
+// What is left of a file: a closed file is opened for reading and closed
+// again, an open one is read from where it stands and stays open.
+QByteArray readFile(const IQuilletObject &object, QFile *file)
+{
+    if (!file)
+        throw QuilletException(QStringLiteral("%1: no file to read").arg(object.GetObjectName()));
+    if (file->isOpen()) {
+        if (!file->isReadable())
+            throw QuilletException(QStringLiteral("%1: cannot read file '%2': it is not open for reading")
+                                       .arg(object.GetObjectName(), file->fileName()));
+        return file->readAll();
+    }
+    if (!file->open(QIODevice::ReadOnly))
+        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
+                                   .arg(object.GetObjectName(), file->fileName(), file->errorString()));
+    const QByteArray bytes = file->readAll();
+    file->close();
+    return bytes;
+}
+
 QByteArray readFile(const IQuilletObject &object, const QString &fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
-                                   .arg(object.GetObjectName(), fileName, file.errorString()));
-    return file.readAll();
+    return readFile(object, &file);
 }
 
 void writeFile(const IQuilletObject &object, const QString &fileName, const QByteArray &bytes)
@@ -202,12 +448,22 @@ void writeFile(const IQuilletObject &object, const QString &fileName, const QByt
 
 // Reads a whole document: the root element must be this object's, and any
 // error of the reader, also after the root element, ends in an exception.
-void readDocument(IQuilletObject &object, QXmlStreamReader &reader)
+// The caller has scanned the text for a DTD; should the reader still meet
+// one before the root element, it stops there.
+void readDocument(IQuilletObject &object, QXmlStreamReader &reader, bool resetFirst)
 {
-    if (!reader.readNextStartElement()) {
-        if (!reader.hasError())
+    for (;;) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement)
+            break;
+        if (token == QXmlStreamReader::DTD)
+            reader.raiseError(QLatin1String(kNoDtd));
+        else if (!reader.hasError()
+                 && (token == QXmlStreamReader::Invalid || token == QXmlStreamReader::EndElement
+                     || token == QXmlStreamReader::EndDocument))
             reader.raiseError(QStringLiteral("no root element"));
-        throwXmlError(object, reader);
+        if (reader.hasError())
+            throwXmlError(object, reader);
     }
     if (reader.name() != object.GetObjectName()) {
         throw InvalidXmlException(QStringLiteral("%1: root element '%2' at line %3, column %4 is not '%1'")
@@ -215,11 +471,20 @@ void readDocument(IQuilletObject &object, QXmlStreamReader &reader)
                                       .arg(reader.lineNumber())
                                       .arg(reader.columnNumber()));
     }
+    if (resetFirst)
+        object.Reset();
     object.ProcessXml(reader);
     while (!reader.atEnd() && !reader.hasError())
         reader.readNext();
     if (reader.hasError())
         throwXmlError(object, reader);
+}
+
+void readDocument(IQuilletObject &object, const QByteArray &bytes)
+{
+    refuseDtd(object, bytes);
+    QXmlStreamReader reader(bytes); // honours the document's encoding declaration
+    readDocument(object, reader, false);
 }
 
 } // namespace
@@ -235,10 +500,18 @@ QString IQuilletObject::GetXmlString() const
     return text;
 }
 
+void IQuilletObject::SetXmlString(const QString &xml, bool resetFirst)
+{
+    const qsizetype at = doctypeOffset(xml);
+    if (at >= 0)
+        throwDtdError(*this, xml, at);
+    QXmlStreamReader reader(xml);
+    readDocument(*this, reader, resetFirst);
+}
+
 void IQuilletObject::SetXmlString(const QString &xml)
 {
-    QXmlStreamReader reader(xml);
-    readDocument(*this, reader);
+    SetXmlString(xml, false);
 }
 
 void IQuilletObject::SaveXml(const QString &fileName) const
@@ -248,9 +521,12 @@ void IQuilletObject::SaveXml(const QString &fileName) const
 
 void IQuilletObject::LoadXml(const QString &fileName)
 {
-    const QByteArray bytes = readFile(*this, fileName);
-    QXmlStreamReader reader(bytes); // honours the document's encoding declaration
-    readDocument(*this, reader);
+    readDocument(*this, readFile(*this, fileName));
+}
+
+void IQuilletObject::LoadXml(QFile *file)
+{
+    readDocument(*this, readFile(*this, file));
 }
 
 // ---- Binary blocks
@@ -291,7 +567,7 @@ void IQuilletObject::SetBinaryRepresentation(QDataStream &stream)
     SetBinary(stream, length);
 }
 
-void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
+void IQuilletObject::SetBinaryRepresentation(QByteArray &data)
 {
     QBuffer buffer;
     buffer.setData(data);
@@ -305,6 +581,12 @@ void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
                                          .arg(buffer.size() - buffer.pos()));
 }
 
+void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
+{
+    QByteArray shared = data;
+    SetBinaryRepresentation(shared);
+}
+
 void IQuilletObject::SaveBinary(const QString &fileName) const
 {
     writeFile(*this, fileName, GetBinaryRepresentationAsQByteArray());
@@ -315,9 +597,24 @@ void IQuilletObject::LoadBinary(const QString &fileName)
     SetBinaryRepresentation(readFile(*this, fileName));
 }
 
+void IQuilletObject::LoadBinary(QFile *file)
+{
+    SetBinaryRepresentation(readFile(*this, file));
+}
+
+QByteArray IQuilletObject::GetCompressedBinaryRepresentationAsQByteArray(int level) const
+{
+    return qCompress(GetBinaryRepresentationAsQByteArray(), level >= -1 && level <= 9 ? level : -1);
+}
+
+void IQuilletObject::GetCompressedBinaryRepresentation(QDataStream &stream, int level) const
+{
+    stream << GetCompressedBinaryRepresentationAsQByteArray(level);
+}
+
 QByteArray IQuilletObject::GetCompressedBinaryRepresentation() const
 {
-    return qCompress(GetBinaryRepresentationAsQByteArray());
+    return GetCompressedBinaryRepresentationAsQByteArray(-1);
 }
 
 void IQuilletObject::SetCompressedBinaryRepresentation(const QByteArray &data)

@@ -10,6 +10,8 @@
 #include <memory>
 
 class QDataStream;
+class QDateTime;
+class QFile;
 class QXmlStreamReader;
 class QXmlStreamWriter;
 
@@ -26,6 +28,15 @@ public:
     virtual ~Logger();
 };
 
+/*! The virtual operations stand in a fixed order, which is part of the
+    interface: a data class overrides the destructor, HasData, Reset, both
+    Check, GetXml, GetBinary, SetBinary, ProcessXml, SetValidate, SetLogger,
+    SetObjectType and ProcessXmlStartElement, and inherits the rest.
+
+    Every failure is one of the exceptions of exceptions.h; the file and
+    document operations raise QuilletException when a file cannot be read or
+    written, InvalidXmlException for XML that cannot be read (with the line
+    and column), BinaryParsingException for a block that cannot. */
 class IQuilletObject
 {
 public:
@@ -35,67 +46,120 @@ public:
     IQuilletObject &operator=(const IQuilletObject &other);
     virtual ~IQuilletObject();
 
-    const QString &GetObjectName() const { return m_extras && m_extras->hasName ? m_extras->name : DefaultObjectName(); }
-    ObjectTypes GetObjectType() const { return m_objectType; }
-    virtual void SetObjectType(ObjectTypes type);
-
-    bool GetValidate() const { return m_validate; }
-    virtual void SetValidate(bool validate) const;
-    std::shared_ptr<Logger> GetLogger() const;
-    virtual void SetLogger(std::shared_ptr<Logger> logger) const;
-    void ResetLogger() const;
-    bool HasLogger() const { return m_extras && m_extras->logger; }
-
-    /*! Version of the object's format; "1" unless a class has versions of its own. */
-    virtual const QString &GetVersion() const;
-
     virtual bool HasData() const = 0;
     virtual void Reset() = 0;
-    virtual void Check() const = 0;
     virtual void Check(bool recursive) const = 0;
+    virtual void Check() const = 0;
 
-    // XML form of one object.
+    // Validity of plain values. Each type that has an invalid value has one
+    // SetInvalid writes and IsValid refuses: NaN for float and double (IsValid
+    // refuses every NaN; infinities are valid), the lowest value for int and
+    // qint64, the highest for unsigned int, the null string for QString. A
+    // bool is always valid, a QDateTime when QDateTime::isValid says so.
+    virtual bool IsValid(float value) const;
+    virtual bool IsValid(bool value) const;
+    virtual bool IsValid(unsigned int value) const;
+    virtual bool IsValid(qint64 value) const;
+    virtual bool IsValid(const QDateTime &value) const;
+    virtual bool IsValid(const QString &value) const;
+    virtual bool IsValid(double value) const;
+    virtual bool IsValid(int value) const;
+    /*! A string literal would become a bool: wrap it in a QString. */
+    bool IsValid(const char *value) const = delete;
+    virtual void SetInvalid(float &value) const;
+    virtual void SetInvalid(unsigned int &value) const;
+    virtual void SetInvalid(qint64 &value) const;
+    virtual void SetInvalid(QString &value) const;
+    virtual void SetInvalid(double &value) const;
+    virtual void SetInvalid(int &value) const;
+
+    // Forms of one object: XML and the tagged binary form.
     virtual void GetXml(QXmlStreamWriter &writer) const = 0;
-    /*! Reads the children of the element the reader stands on, calling
-        ProcessXmlStartElement for each direct child start element, and leaves the
-        reader on the object's own end element. */
-    virtual void ProcessXml(QXmlStreamReader &reader);
-
-    // Tagged binary form of one object.
     virtual bool GetBinary(QDataStream &stream, int tag, bool writeTag) const = 0;
     virtual void SetBinary(QDataStream &stream, int length) = 0;
 
-    // Whole documents as XML text or files. Errors raise InvalidXmlException
-    // (with the reader's message, line and column) or QuilletException (files).
-    QString GetXmlString() const;
-    void SetXmlString(const QString &xml);
-    void SaveXml(const QString &fileName) const;
-    void LoadXml(const QString &fileName);
+    /*! Reads a whole document whose root element is this object's. With
+        \a resetFirst the object is Reset once the root element has been found
+        to be its own, so that afterwards it holds what the document holds and
+        nothing else; without, the document is read onto the object as it
+        stands: fields the document leaves out keep their values and list items
+        are appended. A document that is refused before its root element (not
+        well formed there, another class, a DTD) leaves the object untouched;
+        one refused later leaves what was read so far. Documents with a
+        document type declaration are refused (InvalidXmlException), so that no
+        entity is ever declared or expanded. */
+    virtual void SetXmlString(const QString &xml, bool resetFirst);
+    /*! Reads a binary block (see binaryheader.h) that must hold this object
+        and nothing after it; \a data is not changed. */
+    virtual void SetBinaryRepresentation(QByteArray &data);
+    /*! Reads one binary block from where the stream stands; bytes after the
+        object are left in the stream. */
+    virtual void SetBinaryRepresentation(QDataStream &stream);
+    /*! Merging is a matter of the fields, which the base does not know: the
+        base changes nothing, and no data class overrides it. */
+    virtual void MergeQuilletObject(const IQuilletObject &other);
+    virtual ObjectTypes GetObjectType() const;
+    virtual const QString &GetObjectName() const;
+    /*! Reads the children of the element the reader stands on, calling
+        ProcessXmlStartElement for each direct child start element, and leaves the
+        reader on the object's own end element. The reader is the caller's: a
+        caller who hands in a reader that has read a DTD owns the entities it
+        declared, which the texts of fields would then take in expanded. */
+    virtual void ProcessXml(QXmlStreamReader &reader);
+    virtual QString GetXmlString() const;
+    /*! Writes the binary block (magic, then GetBinary) to the caller's stream. */
+    virtual void GetBinaryRepresentation(QDataStream &stream) const;
+    virtual QByteArray GetBinaryRepresentationAsQByteArray() const;
+    /*! Writes GetCompressedBinaryRepresentationAsQByteArray(level) to the stream
+        as a QByteArray (32-bit length, then the bytes), so that
+        `stream >> bytes` gives the block back for SetCompressedBinaryRepresentation. */
+    virtual void GetCompressedBinaryRepresentation(QDataStream &stream, int level) const;
+    /*! qCompress of the binary block at zlib's \a level: 0 (stored) to 9
+        (smallest), -1 for zlib's default; any other level counts as -1. */
+    virtual QByteArray GetCompressedBinaryRepresentationAsQByteArray(int level) const;
+    /*! Reads a whole document file, as SetXmlString(text, false); the encoding
+        is the one the file declares. */
+    virtual void LoadXml(const QString &fileName);
+    /*! The same from a file: a closed file is opened for reading and closed
+        again before the document is read; an open one is read from where it
+        stands to its end and stays open. A null file raises QuilletException. */
+    virtual void LoadXml(QFile *file);
+    /*! Reads a file that holds one binary block and nothing after it, with the
+        same handling of the file as LoadXml(QFile *). */
+    virtual void LoadBinary(QFile *file);
+    /*! Writes GetXmlString as UTF-8, the whole file or nothing. */
+    virtual void SaveXml(const QString &fileName) const;
+    virtual void SetValidate(bool validate) const;
+    virtual bool GetValidate() const;
+    virtual void SetLogger(std::shared_ptr<Logger> logger) const;
+    /*! SetLogger without a logger, through the virtual table, so that nested
+        objects and list items drop it too. */
+    virtual void ResetLogger() const;
+    /*! Version of the object's format; "1" unless a class has versions of its own. */
+    virtual const QString &GetVersion() const;
+    /*! Does nothing here: a data class keeps its class id. */
+    virtual void SetObjectType(ObjectTypes type);
 
-    // Whole objects as binary blocks: a header naming the class (see
-    // binaryheader.h), then GetBinary's output with the class id as object tag.
-    void GetBinaryRepresentation(QDataStream &stream) const;
-    QByteArray GetBinaryRepresentationAsQByteArray() const;
-    void SetBinaryRepresentation(QDataStream &stream);
+    // Beside the operations above, and not virtual.
+    /*! SetXmlString(xml, false). */
+    void SetXmlString(const QString &xml);
     void SetBinaryRepresentation(const QByteArray &data);
     void SaveBinary(const QString &fileName) const;
     void LoadBinary(const QString &fileName);
+    /*! GetCompressedBinaryRepresentationAsQByteArray(-1). */
     QByteArray GetCompressedBinaryRepresentation() const;
+    /*! Reads what the compressed variants write; the size the block claims is
+        checked before anything is allocated (see binaryheader.h). */
     void SetCompressedBinaryRepresentation(const QByteArray &data);
-
-    // Inherited as they are; no data class relies on them.
-    virtual void MergeQuilletObject(const IQuilletObject &other);
-    virtual void SetInvalid();
-    bool IsValid(const QString &value) const;
-    bool IsValid(int value) const;
-    bool IsValid(double value) const;
+    std::shared_ptr<Logger> GetLogger() const;
+    bool HasLogger() const { return m_extras && m_extras->logger; }
 
 protected:
     virtual void SetObjectName(const QString &name);
+    virtual void ProcessXmlStartElement(QXmlStreamReader &reader) = 0;
     /*! The name of an object until SetObjectName gives it another one; data
         classes answer their own name, so that it is not stored per object. */
     virtual const QString &DefaultObjectName() const;
-    virtual void ProcessXmlStartElement(QXmlStreamReader &reader) = 0;
 
     /*! With the reader on a start element: its text (empty, never null, for an
         empty element); leaves the reader on the element's end element. */

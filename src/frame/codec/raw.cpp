@@ -9,6 +9,7 @@
 // operator on that memory. Other streams use the operators throughout.
 #include "../frame.h"
 #include "words.h"
+#include "../schema/visit.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
@@ -262,8 +263,8 @@ void writeValue(const Field &f, void *at, Out &out)
 template <class Out>
 void writeList(const Field &f, void *list, bool set, Out &out)
 {
-    switch (f.kind) {
-    case Kind::ObjectList: {
+    switch (traits(f.kind).items) {
+    case Items::Objects: {
         const int n = f.itemOps->listSize(list);
         out.value(qint32(n));
         if (set || !f.required()) {
@@ -272,29 +273,21 @@ void writeList(const Field &f, void *list, bool set, Out &out)
         }
         break;
     }
-    case Kind::StringList: {
+    case Items::Strings: {
         const auto &items = *static_cast<const QVector<QString> *>(list);
         out.value(qint32(items.size()));
         for (const QString &item : items)
             out.value(item);
         break;
     }
-    case Kind::EnumList: {
+    case Items::Enums: {
         const auto &items = *static_cast<const QVector<qint8> *>(list);
         out.value(qint32(items.size()));
         for (qint8 item : items)
             out.value(item);
         break;
     }
-    case Kind::Bool:
-    case Kind::Int:
-    case Kind::Int64:
-    case Kind::Double:
-    case Kind::Float:
-    case Kind::String:
-    case Kind::DateTime:
-    case Kind::Enum:
-    case Kind::Nested:
+    case Items::None:
         break;
     }
 }
@@ -361,6 +354,7 @@ public:
     {
     }
     const char *at() const { return m_at; }
+    qint64 left() const { return m_end - m_at; }
     bool ok() const { return m_stream.status() == QDataStream::Ok; }
     void corrupt() { m_stream.setStatus(QDataStream::ReadCorruptData); }
     void bytes(char *data, int n)
@@ -648,5 +642,160 @@ void readRaw(const Obj &o, QDataStream &stream)
     readObject(o, in);
 }
 
+// ---- The walk over the raw form, for tools: the same reader, into a visitor.
+
+namespace {
+
+class RawWalk
+{
+public:
+    RawWalk(MemoryIn &in, const char *begin, schema::RecordVisitor &visitor) : m_in(in), m_begin(begin), m_v(visitor) {}
+
+    bool object(const schema::Class &c)
+    {
+        const ClassDescriptor &desc = *static_cast<const ObjectOps *>(c.ops)->desc;
+        m_v.beginObject(&c, offset(), -1);
+        const int n = presenceBytes(desc);
+        QByteArray bits(n, '\0');
+        m_in.bytes(bits.data(), n);
+        if (!m_in.ok())
+            return fault(QStringLiteral("the presence bytes are cut short"));
+        m_v.presence(c, bits);
+        for (const schema::Field &f : c.fields) {
+            const bool set = (quint8(bits[f.bit / 8]) >> (f.bit % 8)) & 1;
+            if (!f.required && !set)
+                continue;
+            m_v.beginField(&f, f.tag, offset(), -1);
+            if (!field(f))
+                return false;
+            m_v.endField();
+        }
+        m_v.endObject();
+        return true;
+    }
+
+private:
+    bool field(const schema::Field &f)
+    {
+        schema::Value v;
+        switch (f.kind) {
+        case schema::Kind::Bool:
+            v.type = schema::Value::Bool;
+            m_in.value(v.boolean);
+            break;
+        case schema::Kind::Int:
+        case schema::Kind::Int64:
+            v.type = schema::Value::Integer;
+            m_in.value(v.integer);
+            break;
+        case schema::Kind::Double:
+            v.type = schema::Value::Real;
+            m_in.value(v.real);
+            break;
+        case schema::Kind::Float: {
+            float real = 0;
+            v.type = schema::Value::Real;
+            m_in.value(real);
+            v.real = double(real);
+            break;
+        }
+        case schema::Kind::String:
+            v.type = schema::Value::Text;
+            m_in.value(v.text);
+            break;
+        case schema::Kind::DateTime:
+            v.type = schema::Value::DateTime;
+            m_in.value(v.dateTime);
+            break;
+        case schema::Kind::Enum: {
+            qint8 index = 0;
+            v.type = schema::Value::Index;
+            m_in.value(index);
+            v.integer = index;
+            break;
+        }
+        case schema::Kind::Nested:
+            return object(*schema::findClass(f.itemClass));
+        case schema::Kind::ObjectList:
+        case schema::Kind::StringList:
+        case schema::Kind::EnumList:
+            return list(f);
+        }
+        if (!m_in.ok())
+            return fault(QStringLiteral("the value of %1 is cut short or corrupt").arg(f.name));
+        m_v.value(v);
+        return true;
+    }
+
+    bool list(const schema::Field &f)
+    {
+        qint32 count = 0;
+        m_in.value(count);
+        if (!m_in.ok())
+            return fault(QStringLiteral("the count of %1 is cut short").arg(f.name));
+        // Every item takes at least one byte.
+        if (count < 0 || count > m_in.left())
+            return fault(QStringLiteral("a count of %1 items does not fit the %2 bytes that remain").arg(count).arg(m_in.left()));
+        m_v.list(count);
+        const schema::Class *item = f.kind == schema::Kind::ObjectList ? schema::findClass(f.itemClass) : nullptr;
+        for (qint32 i = 0; i < count; ++i) {
+            m_v.beginItem(i, offset(), -1);
+            schema::Value v;
+            if (item) {
+                if (!object(*item))
+                    return false;
+            } else if (f.kind == schema::Kind::StringList) {
+                v.type = schema::Value::Text;
+                m_in.value(v.text);
+            } else {
+                qint8 index = 0;
+                v.type = schema::Value::Index;
+                m_in.value(index);
+                v.integer = index;
+            }
+            if (!item) {
+                if (!m_in.ok())
+                    return fault(QStringLiteral("item %1 of %2 is cut short or corrupt").arg(i).arg(f.name));
+                m_v.value(v);
+            }
+            m_v.endItem();
+        }
+        return true;
+    }
+
+    qint64 offset() const { return m_in.at() - m_begin; }
+    bool fault(const QString &what)
+    {
+        m_v.fault(offset(), what);
+        return false;
+    }
+
+    MemoryIn &m_in;
+    const char *m_begin;
+    schema::RecordVisitor &m_v;
+};
+
+} // namespace
+
 } // namespace frame
+
+bool schema::walkRaw(const Class &c, const QByteArray &bytes, int version, QDataStream::ByteOrder order,
+                     RecordVisitor &visitor, qint64 *end)
+{
+    QByteArray none;
+    QDataStream status(&none, QIODevice::ReadOnly);
+    status.setVersion(version);
+    status.setByteOrder(order);
+    if (!frame::knownLayout(status)) {
+        visitor.fault(0, QStringLiteral("the walk reads the layout of stream versions 5.2 to 5.15"));
+        return false;
+    }
+    frame::MemoryIn in(status, bytes.constData(), bytes.constData() + bytes.size());
+    frame::RawWalk walk(in, bytes.constData(), visitor);
+    const bool ok = walk.object(c);
+    if (end)
+        *end = in.at() - bytes.constData();
+    return ok;
+}
+
 } // namespace HALVANE

@@ -58,6 +58,25 @@ void check(const Obj &o, bool recursive)
         o.desc->hooks->checkExtra(*o.self, recursive);
 }
 
+namespace {
+
+// Whether a field holds data: a string by its value, a nested object by
+// \a nested (its HasData or AnyData), a list by its items, the rest by its bit.
+template <class Nested>
+bool holds(Payload *p, const Field &f, Nested nested)
+{
+    void *at = p->at(f);
+    if (traits(f.kind).list)
+        return listSize(f, at) != 0;
+    if (f.kind == Kind::String)
+        return !static_cast<const QString *>(at)->isNull();
+    if (f.kind == Kind::Nested)
+        return nested(objectAt(f.itemOps, at));
+    return p->bit(f.bit);
+}
+
+} // namespace
+
 bool hasData(const Obj &o)
 {
     if (!o.desc->hasRequired)
@@ -66,35 +85,8 @@ bool hasData(const Obj &o)
     if (!p)
         return false;
     for (const Field &f : o.desc->fields) {
-        if (!f.required())
-            continue;
-        void *at = p->at(f);
-        switch (f.kind) {
-        case Kind::String:
-            if (static_cast<const QString *>(at)->isNull())
-                return false;
-            break;
-        case Kind::Nested:
-            if (!f.itemOps->base(at)->HasData())
-                return false;
-            break;
-        case Kind::ObjectList:
-        case Kind::StringList:
-        case Kind::EnumList:
-            if (listSize(f, at) == 0)
-                return false;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::DateTime:
-        case Kind::Enum:
-            if (!p->bit(f.bit))
-                return false;
-            break;
-        }
+        if (f.required() && !holds(p, f, [](const Obj &child) { return child.self->HasData(); }))
+            return false;
     }
     return true;
 }
@@ -105,33 +97,8 @@ bool anyData(const Obj &o)
     if (!p)
         return false;
     for (const Field &f : o.desc->fields) {
-        void *at = p->at(f);
-        switch (f.kind) {
-        case Kind::String:
-            if (!static_cast<const QString *>(at)->isNull())
-                return true;
-            break;
-        case Kind::Nested:
-            if (anyData(objectAt(f.itemOps, at)))
-                return true;
-            break;
-        case Kind::ObjectList:
-        case Kind::StringList:
-        case Kind::EnumList:
-            if (listSize(f, at) != 0)
-                return true;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::DateTime:
-        case Kind::Enum:
-            if (p->bit(f.bit))
-                return true;
-            break;
-        }
+        if (holds(p, f, [](const Obj &child) { return anyData(child); }))
+            return true;
     }
     return false;
 }
@@ -140,70 +107,16 @@ namespace {
 
 bool sameValue(const Field &f, const void *a, const void *b)
 {
-    switch (f.kind) {
-    case Kind::Bool:
-        return *static_cast<const bool *>(a) == *static_cast<const bool *>(b);
-    case Kind::Enum:
-        return *static_cast<const qint8 *>(a) == *static_cast<const qint8 *>(b);
-    case Kind::Int:
-        return *static_cast<const qint32 *>(a) == *static_cast<const qint32 *>(b);
-    case Kind::Int64:
-        return *static_cast<const qint64 *>(a) == *static_cast<const qint64 *>(b);
-    case Kind::Double:
-        return *static_cast<const double *>(a) == *static_cast<const double *>(b);
-    case Kind::Float:
-        return *static_cast<const float *>(a) == *static_cast<const float *>(b);
-    case Kind::String:
-        return *static_cast<const QString *>(a) == *static_cast<const QString *>(b);
-    case Kind::DateTime:
-        return *static_cast<const QDateTime *>(a) == *static_cast<const QDateTime *>(b);
-    case Kind::Nested:
-        return equals(objectAt(f.itemOps, const_cast<void *>(a)), objectAt(f.itemOps, const_cast<void *>(b)));
-    case Kind::ObjectList:
-    case Kind::StringList:
-    case Kind::EnumList:
-        break;
-    }
-    return false;
+    return traits(f.kind).same(f, a, b);
 }
 
 // Lists: the left side counts whatever its bit, the right side only when its
 // bit is on; a missing list (no payload) is empty.
 bool sameList(const Field &f, const void *a, const void *b)
 {
-    const int n = a ? listSize(f, a) : 0;
-    if (n != (b ? listSize(f, b) : 0))
-        return false;
-    for (int i = 0; i < n; ++i) {
-        switch (f.kind) {
-        case Kind::ObjectList: {
-            void *x = const_cast<void *>(f.itemOps->listAtConst(a, i));
-            void *y = const_cast<void *>(f.itemOps->listAtConst(b, i));
-            if (!equals(objectAt(f.itemOps, x), objectAt(f.itemOps, y)))
-                return false;
-            break;
-        }
-        case Kind::StringList:
-            if (static_cast<const QVector<QString> *>(a)->at(i) != static_cast<const QVector<QString> *>(b)->at(i))
-                return false;
-            break;
-        case Kind::EnumList:
-            if (static_cast<const QVector<qint8> *>(a)->at(i) != static_cast<const QVector<qint8> *>(b)->at(i))
-                return false;
-            break;
-        case Kind::Bool:
-        case Kind::Int:
-        case Kind::Int64:
-        case Kind::Double:
-        case Kind::Float:
-        case Kind::String:
-        case Kind::DateTime:
-        case Kind::Enum:
-        case Kind::Nested:
-            break;
-        }
-    }
-    return true;
+    if (a && b)
+        return traits(f.kind).same(f, a, b);
+    return (a ? listSize(f, a) : 0) == (b ? listSize(f, b) : 0);
 }
 
 } // namespace

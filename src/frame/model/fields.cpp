@@ -17,42 +17,17 @@ bool inRange(const Field &f, double value)
     return !(f.flags & HasRange) || (value >= f.lo && value <= f.hi);
 }
 
-// The setter's test; throws only when the object validates.
+// The setter's test of a single value (a list's setter tests nothing);
+// throws only when the object validates.
 void testValue(const Obj &o, const Field &f, const void *value)
 {
-    switch (f.kind) {
-    case Kind::Enum:
-        if (!f.table->isValid(*static_cast<const qint8 *>(value)))
-            messages::invalidEnum(o.desc->name, f.memberName);
-        break;
-    case Kind::String:
-        if (static_cast<const QString *>(value)->isNull())
-            messages::nullString(o.self->GetObjectName(), f.elementName);
-        break;
-    case Kind::Int:
-        if (!inRange(f, *static_cast<const qint32 *>(value)))
-            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
-        break;
-    case Kind::Int64:
-        if (!inRange(f, double(*static_cast<const qint64 *>(value))))
-            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
-        break;
-    case Kind::Double:
-        if (!inRange(f, *static_cast<const double *>(value)))
-            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
-        break;
-    case Kind::Float:
-        if (!inRange(f, double(*static_cast<const float *>(value))))
-            messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
-        break;
-    case Kind::Bool:
-    case Kind::DateTime:
-    case Kind::Nested:
-    case Kind::ObjectList:
-    case Kind::StringList:
-    case Kind::EnumList:
-        break;
-    }
+    if (traits(f.kind).list || isValidValue(f, value))
+        return;
+    if (f.kind == Kind::Enum)
+        messages::invalidEnum(o.desc->name, f.memberName);
+    if (f.kind == Kind::String)
+        messages::nullString(o.self->GetObjectName(), f.elementName);
+    messages::outOfRange(f.memberName, f.lo, f.hi, o.self->GetObjectName());
 }
 
 } // namespace
@@ -124,8 +99,8 @@ void append(const Obj &o, int field, const void *item, bool movable)
         if (!good)
             messages::appendRefused(o.self->GetObjectName(), QString::fromLatin1(f.name));
     }
-    switch (f.kind) {
-    case Kind::ObjectList: {
+    switch (traits(f.kind).items) {
+    case Items::Objects: {
         if (movable)
             f.itemOps->listAppendMove(list, const_cast<void *>(item));
         else
@@ -134,21 +109,13 @@ void append(const Obj &o, int field, const void *item, bool movable)
         childChanged(o, p, objectAt(f.itemOps, f.itemOps->listAt(list, last)));
         break;
     }
-    case Kind::StringList:
+    case Items::Strings:
         static_cast<QVector<QString> *>(list)->append(*static_cast<const QString *>(item));
         break;
-    case Kind::EnumList:
+    case Items::Enums:
         static_cast<QVector<qint8> *>(list)->append(*static_cast<const qint8 *>(item));
         break;
-    case Kind::Bool:
-    case Kind::Int:
-    case Kind::Int64:
-    case Kind::Double:
-    case Kind::Float:
-    case Kind::String:
-    case Kind::DateTime:
-    case Kind::Enum:
-    case Kind::Nested:
+    case Items::None:
         break;
     }
     p->setBit(f.bit);
@@ -156,29 +123,16 @@ void append(const Obj &o, int field, const void *item, bool movable)
 
 bool isValidValue(const Field &f, const void *value)
 {
-    switch (f.kind) {
-    case Kind::Enum:
-        return f.table->isValid(*static_cast<const qint8 *>(value));
-    case Kind::String:
-        return !static_cast<const QString *>(value)->isNull();
-    case Kind::Int:
-        return inRange(f, *static_cast<const qint32 *>(value));
-    case Kind::Int64:
-        return inRange(f, double(*static_cast<const qint64 *>(value)));
-    case Kind::Double:
-        return inRange(f, *static_cast<const double *>(value));
-    case Kind::Float:
-        return inRange(f, double(*static_cast<const float *>(value)));
-    case Kind::Bool:
-    case Kind::DateTime:
-    case Kind::Nested:
-        return true;
-    case Kind::ObjectList:
-    case Kind::StringList:
-    case Kind::EnumList:
+    const KindTraits &t = traits(f.kind);
+    if (t.number)
+        return inRange(f, t.number(value));
+    if (t.list)
         return isValidList(f, value);
-    }
-    return true;
+    if (f.kind == Kind::Enum)
+        return f.table->isValid(*static_cast<const qint8 *>(value));
+    if (f.kind == Kind::String)
+        return !static_cast<const QString *>(value)->isNull();
+    return true; // bool, date-time, nested: no limits
 }
 
 bool isValidItem(const Field &f, const void *item)

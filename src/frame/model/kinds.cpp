@@ -23,6 +23,8 @@ struct Plain {
     static void assign(const Field &, void *at, const void *value) { std::memcpy(at, value, sizeof(T)); }
     static void reset(const Field &f, void *at) { construct(f, at); }
     static int count(const Field &, const void *) { return 0; }
+    static bool same(const Field &, const void *a, const void *b) { return *static_cast<const T *>(a) == *static_cast<const T *>(b); }
+    static double number(const void *at) { return double(*static_cast<const T *>(at)); }
 };
 template <> void Plain<bool>::construct(const Field &f, void *at) { new (at) bool(f.initInt != 0); }
 template <> void Plain<qint32>::construct(const Field &f, void *at) { new (at) qint32(qint32(f.initInt)); }
@@ -40,6 +42,7 @@ struct Value {
     static void assign(const Field &, void *at, const void *value) { *static_cast<T *>(at) = *static_cast<const T *>(value); }
     static void reset(const Field &f, void *at);
     static int count(const Field &, const void *at);
+    static bool same(const Field &, const void *a, const void *b) { return *static_cast<const T *>(a) == *static_cast<const T *>(b); }
 };
 template <> void Value<QString>::construct(const Field &f, void *at) { new (at) QString(f.initString); }
 template <> void Value<QString>::reset(const Field &f, void *at) { *static_cast<QString *>(at) = f.initString; }
@@ -70,6 +73,10 @@ struct Nested {
         f.itemOps->destroy(fresh);
     }
     static int count(const Field &, const void *) { return 0; }
+    static bool same(const Field &f, const void *a, const void *b)
+    {
+        return equals(objectAt(f.itemOps, const_cast<void *>(a)), objectAt(f.itemOps, const_cast<void *>(b)));
+    }
 };
 
 struct ObjectList {
@@ -79,14 +86,28 @@ struct ObjectList {
     static void assign(const Field &f, void *at, const void *value) { f.itemOps->listAssign(at, value); }
     static void reset(const Field &f, void *at) { f.itemOps->listClear(at); }
     static int count(const Field &f, const void *at) { return f.itemOps->listSize(at); }
+    // Items by the item class's ==; the lengths first.
+    static bool same(const Field &f, const void *a, const void *b)
+    {
+        const int n = f.itemOps->listSize(a);
+        if (n != f.itemOps->listSize(b))
+            return false;
+        for (int i = 0; i < n; ++i) {
+            if (!Nested::same(f, f.itemOps->listAtConst(a, i), f.itemOps->listAtConst(b, i)))
+                return false;
+        }
+        return true;
+    }
 };
 
 template <class Ops, class T>
-constexpr KindTraits row(const char *name, bool list, bool child, bool text)
+constexpr KindTraits row(const char *name, Items items, bool text, double (*number)(const void *) = nullptr)
 {
     return KindTraits{name, quint8(sizeof(T)), quint8(alignof(T)),
-                      quint8(std::is_trivially_copyable<T>::value ? sizeof(T) : 0), list, child, text,
-                      &Ops::construct, &Ops::copy, &Ops::destroy, &Ops::assign, &Ops::reset, &Ops::count};
+                      quint8(std::is_trivially_copyable<T>::value ? sizeof(T) : 0), items != Items::None, items,
+                      false, text,
+                      &Ops::construct, &Ops::copy, &Ops::destroy, &Ops::assign, &Ops::reset, &Ops::count,
+                      &Ops::same, number};
 }
 
 // The slot of a nested object: the object base plus one payload pointer.
@@ -98,21 +119,22 @@ struct ObjectSlot {
 
 constexpr KindTraits kKindTraits[kKindCount] = {
     // In the order of Kind.
-    row<Plain<bool>, bool>("bool", false, false, false),
-    row<Plain<qint32>, qint32>("int", false, false, false),
-    row<Plain<qint64>, qint64>("int64", false, false, false),
-    row<Plain<double>, double>("double", false, false, true),
-    row<Plain<float>, float>("float", false, false, true),
-    row<Value<QString>, QString>("string", false, false, true),
-    row<Value<QDateTime>, QDateTime>("datetime", false, false, true),
-    row<Plain<qint8>, qint8>("enum", false, false, true),
-    KindTraits{"nested", quint8(sizeof(ObjectSlot)), quint8(alignof(ObjectSlot)), 0, false, true, false,
-               &Nested::construct, &Nested::copy, &Nested::destroy, &Nested::assign, &Nested::reset, &Nested::count},
-    KindTraits{"list", quint8(sizeof(QVector<QString>)), quint8(alignof(QVector<QString>)), 0, true, true, false,
+    row<Plain<bool>, bool>("bool", Items::None, false),
+    row<Plain<qint32>, qint32>("int", Items::None, false, &Plain<qint32>::number),
+    row<Plain<qint64>, qint64>("int64", Items::None, false, &Plain<qint64>::number),
+    row<Plain<double>, double>("double", Items::None, true, &Plain<double>::number),
+    row<Plain<float>, float>("float", Items::None, true, &Plain<float>::number),
+    row<Value<QString>, QString>("string", Items::None, true),
+    row<Value<QDateTime>, QDateTime>("datetime", Items::None, true),
+    row<Plain<qint8>, qint8>("enum", Items::None, true),
+    KindTraits{"nested", quint8(sizeof(ObjectSlot)), quint8(alignof(ObjectSlot)), 0, false, Items::None, true, false,
+               &Nested::construct, &Nested::copy, &Nested::destroy, &Nested::assign, &Nested::reset, &Nested::count,
+               &Nested::same, nullptr},
+    KindTraits{"list", quint8(sizeof(QVector<QString>)), quint8(alignof(QVector<QString>)), 0, true, Items::Objects, true, false,
                &ObjectList::construct, &ObjectList::copy, &ObjectList::destroy, &ObjectList::assign,
-               &ObjectList::reset, &ObjectList::count},
-    row<Value<QVector<QString>>, QVector<QString>>("stringlist", true, false, true),
-    row<Value<QVector<qint8>>, QVector<qint8>>("enumlist", true, false, true),
+               &ObjectList::reset, &ObjectList::count, &ObjectList::same, nullptr},
+    row<Value<QVector<QString>>, QVector<QString>>("stringlist", Items::Strings, true),
+    row<Value<QVector<qint8>>, QVector<qint8>>("enumlist", Items::Enums, true),
 };
 
 // The rows stand in the order of Kind.

@@ -12,12 +12,16 @@
 namespace HALVANE {
 namespace frame {
 
+/*! What the items of a list are; None for the kinds that are no list. */
+enum class Items : quint8 { None, Objects, Strings, Enums };
+
 struct KindTraits {
     const char *name;   // as the schema names it: "bool", "int", "list", ...
     quint8 size;        // bytes of the value's slot in a payload
     quint8 align;
     quint8 plainWidth;  // copied as it lies (bools, enums, numbers); 0 for kinds with constructors
     bool list;          // a QVector of items
+    Items items;
     bool child;         // objects below the owner: nested objects, lists of them
     bool text;          // the tagged form writes the value (or each item) as text
     /*! Writes the field's initial value into raw storage. */
@@ -30,6 +34,11 @@ struct KindTraits {
     void (*reset)(const Field &f, void *at);
     /*! Number of items of a list; 0 for the other kinds. */
     int (*count)(const Field &f, const void *at);
+    /*! Two values are the same: numbers by ==, so that a NaN differs from
+        itself; nested objects and list items by their class's ==. */
+    bool (*same)(const Field &f, const void *a, const void *b);
+    /*! A number's value as a double, for its range; null for other kinds. */
+    double (*number)(const void *at);
 };
 
 constexpr int kKindCount = int(Kind::EnumList) + 1;

@@ -29,11 +29,11 @@ QString memberNameOf(const char *name)
 }
 
 // Payload memory. Payloads come and go in bursts (a list read, a list freed)
-// and each class has one size, so freed blocks are kept on a short list per
-// size and thread and handed out again before asking the allocator. A block
-// may be freed on another thread than the one that made it; it then joins
-// that thread's list. Under the sanitizers every block goes back at once, so
-// that a use after free is still found.
+// and each class has one size, so freed blocks are kept per size and thread
+// and handed out again before asking the allocator. A block may be freed on
+// another thread than the one that made it; it then joins that thread's
+// lists, if that thread has a pool. Under AddressSanitizer every block goes
+// back at once, so that a use after free is still found.
 #if defined(__SANITIZE_ADDRESS__)
 #define HALVANE_POOL_PAYLOADS 0
 #elif defined(__has_feature)
@@ -46,29 +46,44 @@ QString memberNameOf(const char *name)
 #endif
 
 #if HALVANE_POOL_PAYLOADS
+// Where this thread's pool is in its life. Trivially destructible, so that it
+// can still be read while a thread, or the process, destroys its objects in
+// whatever order: an object destroyed after the pool (a static, or a
+// thread_local made before the thread's first payload) finds the state Gone
+// and hands its block straight back to the allocator, never touching the
+// destroyed pool.
+enum class PoolState : quint8 { None, Live, Gone };
+thread_local PoolState t_poolState = PoolState::None;
+
 class PayloadPool
 {
 public:
-    static constexpr int kClasses = 64;        // sizes up to 512 bytes, in steps of 8
-    static constexpr int kKeep = 1 << 14;      // blocks kept per size and thread
+    static constexpr int kClasses = 64;              // block sizes below 512 bytes, in steps of 8
+    static constexpr int kKeepBytes = 2 * 1024 * 1024; // free bytes kept per thread, all sizes together
 
+    PayloadPool() { t_poolState = PoolState::Live; }
     ~PayloadPool()
     {
-        for (Free &list : m_free) {
-            while (list.head) {
-                Block *next = list.head->next;
-                ::operator delete(list.head);
-                list.head = next;
+        t_poolState = PoolState::Gone;
+        for (Block *&head : m_free) {
+            while (head) {
+                Block *next = head->next;
+                ::operator delete(head);
+                head = next;
             }
         }
+        m_kept = 0;
     }
+    PayloadPool(const PayloadPool &) = delete;
+    PayloadPool &operator=(const PayloadPool &) = delete;
+
     void *take(int size)
     {
         const int c = size / 8;
-        if (c < kClasses && m_free[c].head) {
-            Block *b = m_free[c].head;
-            m_free[c].head = b->next;
-            --m_free[c].count;
+        if (c < kClasses && m_free[c]) {
+            Block *b = m_free[c];
+            m_free[c] = b->next;
+            m_kept -= size;
             return b;
         }
         return ::operator new(size_t(size));
@@ -76,11 +91,11 @@ public:
     void give(void *p, int size)
     {
         const int c = size / 8;
-        if (c < kClasses && m_free[c].count < kKeep) {
+        if (c < kClasses && m_kept <= kKeepBytes - size) {
             Block *b = static_cast<Block *>(p);
-            b->next = m_free[c].head;
-            m_free[c].head = b;
-            ++m_free[c].count;
+            b->next = m_free[c];
+            m_free[c] = b;
+            m_kept += size;
             return;
         }
         ::operator delete(p);
@@ -90,27 +105,32 @@ private:
     struct Block {
         Block *next;
     };
-    struct Free {
-        Block *head = nullptr;
-        int count = 0;
-    };
-    Free m_free[kClasses];
+    Block *m_free[kClasses] = {};
+    int m_kept = 0; // bytes on the lists
 };
 
+// This thread's pool, made on first use; only while the state is not Gone.
 PayloadPool &pool()
 {
-    static thread_local PayloadPool pool;
-    return pool;
+    static thread_local PayloadPool instance;
+    return instance;
 }
 
 void *allocatePayload(int size)
 {
+    if (t_poolState == PoolState::Gone)
+        return ::operator new(size_t(size));
     return pool().take(size);
 }
 
+// Freeing never makes a pool: a thread that only frees what others made
+// keeps nothing, and nothing is made while the thread or process winds down.
 void freePayload(void *p, int size)
 {
-    pool().give(p, size);
+    if (t_poolState == PoolState::Live)
+        pool().give(p, size);
+    else
+        ::operator delete(p);
 }
 #else
 void *allocatePayload(int size)
@@ -251,7 +271,10 @@ void assign(const ClassDescriptor &desc, Payload *&to, Payload *from)
 Payload *access(const Obj &o)
 {
     Payload *p = *o.d;
-    if (p && p->ref.loadRelaxed() != 1) {
+    // Acquire: a count of 1 may come from a copy on another thread that has
+    // just read the payload and let it go; what follows may write in place,
+    // which must come after that copy's reads.
+    if (p && p->ref.loadAcquire() != 1) {
         Payload *copy = clonePayload(*o.desc, p);
         if (!p->ref.deref())
             destroyPayload(*o.desc, p);

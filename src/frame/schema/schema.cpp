@@ -8,7 +8,9 @@
 #include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
+#include <typeinfo>
 #include <vector>
 
 namespace HALVANE {
@@ -225,6 +227,50 @@ void Class::writeRaw(const QUILLET::IQuilletObject &object, QDataStream &stream)
 void Class::readRaw(QUILLET::IQuilletObject &object, QDataStream &stream) const
 {
     static_cast<const frame::ObjectOps *>(ops)->rawRead(&object, stream);
+}
+
+namespace {
+
+// The object of the data class whose base is \a object, or null when it is
+// of another class. A data class derives from the base alone, so the base
+// lies at the same offset in every object of the class; an empty object of
+// the class shows where.
+void *objectOf(const frame::ObjectOps &ops, const QUILLET::IQuilletObject &object)
+{
+    alignas(QUILLET::IQuilletObject) char probe[frame::kObjectSize];
+    ops.construct(probe);
+    const QUILLET::IQuilletObject *base = ops.base(probe);
+    const bool same = typeid(*base) == typeid(object);
+    const std::ptrdiff_t offset = reinterpret_cast<const char *>(base) - probe;
+    ops.destroy(probe);
+    if (!same)
+        return nullptr;
+    return const_cast<char *>(reinterpret_cast<const char *>(&object)) - offset;
+}
+
+} // namespace
+
+std::unique_ptr<QUILLET::IQuilletObject> Class::copy(const QUILLET::IQuilletObject &object) const
+{
+    const auto &o = *static_cast<const frame::ObjectOps *>(ops);
+    const void *from = objectOf(o, object);
+    if (!from)
+        return nullptr;
+    // What the copy constructor does: share the payload, take the flag.
+    std::unique_ptr<QUILLET::IQuilletObject> made(o.create());
+    o.assign(objectOf(o, *made), from);
+    made->SetValidate(object.GetValidate());
+    return made;
+}
+
+bool Class::equal(const QUILLET::IQuilletObject &a, const QUILLET::IQuilletObject &b) const
+{
+    const auto &o = *static_cast<const frame::ObjectOps *>(ops);
+    void *x = objectOf(o, a);
+    void *y = objectOf(o, b);
+    if (!x || !y)
+        return false;
+    return frame::equals(frame::Obj{o.desc, o.payload(x), &a}, frame::Obj{o.desc, o.payload(y), &b});
 }
 
 const QVector<const Class *> &classes()

@@ -59,6 +59,11 @@ struct Class {
     std::unique_ptr<QUILLET::IQuilletObject> create() const;
     void writeRaw(const QUILLET::IQuilletObject &object, QDataStream &stream) const;
     void readRaw(QUILLET::IQuilletObject &object, QDataStream &stream) const;
+    /*! As the class's copy constructor: the copy shares the payload until one
+        side changes. Null when \a object is not of this class. */
+    std::unique_ptr<QUILLET::IQuilletObject> copy(const QUILLET::IQuilletObject &object) const;
+    /*! As the class's operator==; false when either is not of this class. */
+    bool equal(const QUILLET::IQuilletObject &a, const QUILLET::IQuilletObject &b) const;
 
     const void *ops = nullptr;  // the frame's operations of the class
 };
