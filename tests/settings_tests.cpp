@@ -393,7 +393,7 @@ TEST(Settings, TranslationFunctionsUseTheClassContext)
 
 TEST(Settings, FreshObjects)
 {
-    // Classes whose HasData holds without a payload: all but the four with
+    // Classes whose HasData holds without a payload: all but the six with
     // required fields.
     const QStringList incomplete = names({"BandwidthSettings", "ModulationSettings", "DVSettings",
                                           "AntennaSettings", "Downconverter", "BearingCorrectionSettings"});
