@@ -10,10 +10,12 @@
 #include <QtCore/QDataStream>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QSet>
 #include <QtCore/QTimeZone>
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <vector>
 
 using namespace HALVANE;
@@ -90,6 +92,61 @@ Sample sample(const QString &name, const X &object)
         return QString();
     };
     return Sample{name, write, check};
+}
+
+// A class known only through the registry, with its example document: every
+// field set. Read back, it is compared through its XML text and its raw bytes.
+Sample registrySample(const schema::Class &c)
+{
+    const schema::Class *cls = &c;
+    auto make = [cls]() {
+        std::shared_ptr<QUILLET::IQuilletObject> object(cls->create());
+        object->SetValidate(true);
+        return object;
+    };
+    std::shared_ptr<QUILLET::IQuilletObject> object = make();
+    object->SetXmlString(schema::exampleXml(c));
+    auto raw = [cls](const QUILLET::IQuilletObject &o) { return rawBytes([&](QDataStream &s) { cls->writeRaw(o, s); }); };
+    auto formOf = [raw](const QUILLET::IQuilletObject &o, const QString &form) {
+        if (form == QLatin1String("xml"))
+            return o.GetXmlString().toUtf8();
+        if (form == QLatin1String("hvb"))
+            return o.GetBinaryRepresentationAsQByteArray();
+        if (form == QLatin1String("hvz"))
+            return qUncompress(o.GetCompressedBinaryRepresentation());
+        return raw(o);
+    };
+    auto write = [object, formOf](const QString &form) {
+        return form == QLatin1String("hvz") ? object->GetCompressedBinaryRepresentation() : formOf(*object, form);
+    };
+    auto check = [cls, object, make, raw, formOf](const QString &form, const QByteArray &bytes) -> QString {
+        std::shared_ptr<QUILLET::IQuilletObject> back = make();
+        try {
+            if (form == QLatin1String("xml")) {
+                back->SetXmlString(QString::fromUtf8(bytes));
+            } else if (form == QLatin1String("hvb")) {
+                back->SetBinaryRepresentation(bytes);
+            } else if (form == QLatin1String("hvz")) {
+                back->SetCompressedBinaryRepresentation(bytes);
+            } else {
+                QDataStream s(bytes);
+                s.setVersion(QDataStream::Qt_5_12);
+                cls->readRaw(*back, s);
+                if (s.status() != QDataStream::Ok)
+                    return QStringLiteral("the raw form did not read to its end");
+            }
+        } catch (const QuilletRootException &e) {
+            return e.GetMessage();
+        }
+        if (back->GetXmlString() != object->GetXmlString())
+            return QStringLiteral("read back to another text");
+        if (raw(*back) != raw(*object))
+            return QStringLiteral("read back to other raw bytes");
+        if (formOf(*back, form) != (form == QLatin1String("hvz") ? qUncompress(bytes) : bytes))
+            return QStringLiteral("written again to other bytes");
+        return QString();
+    };
+    return Sample{c.name, write, check};
 }
 
 MeasurementResult result(const QDateTime &stamp, double value)
@@ -240,6 +297,18 @@ std::vector<Sample> samples()
     rds.SetProgramName(QStringLiteral("Radio ✓"));
     rds.SetPICode(QStringLiteral("D3C2"));
 
+    // Every settings class, filled from the registry's example, with
+    // date-times of other kinds and a prefix of each sort.
+    ReceiverSettings settings;
+    settings.SetValidate(true);
+    settings.SetXmlString(schema::exampleXml(*schema::findClass(QStringLiteral("ReceiverSettings"))));
+    settings.GetDVSettings().SetDVTime(offset);
+    settings.GetIQSettings().SetIQTime(zone);
+    QVector<ModulationSettings> &modulations = settings.GetSensorSettings().GetModulationSettings();
+    modulations[0].SetPrefix(QString(QLatin1String("")));
+    modulations[1].ResetPrefix();
+    settings.GetDFSettings().AppendSignalPath(QStringLiteral("Pfad ü"));
+
     std::vector<Sample> all = {sample(QStringLiteral("ModeManager"), mode),
                                sample(QStringLiteral("Administration"), admin),
                                sample(QStringLiteral("SensorMetaData"), admin.GetSensorMetaData()),
@@ -248,9 +317,24 @@ std::vector<Sample> samples()
                                sample(QStringLiteral("MeasurementResultList"), results),
                                sample(QStringLiteral("MeasurementData"), results.GetMeasurementData().at(2)),
                                sample(QStringLiteral("MeasurementResult"), results.GetMeasurementData().at(1).GetMeasurementResult()),
-                               sample(QStringLiteral("RDSResult"), rds)};
+                               sample(QStringLiteral("RDSResult"), rds),
+                               sample(QStringLiteral("ReceiverSettings"), settings)};
     for (Sample &s : antennaSamples())
         all.push_back(std::move(s));
+    return all;
+}
+
+// The samples above, and every other class of the registry by its example.
+std::vector<Sample> allSamples()
+{
+    std::vector<Sample> all = samples();
+    QSet<QString> named;
+    for (const Sample &s : all)
+        named.insert(s.name);
+    for (const schema::Class *c : schema::classes()) {
+        if (!named.contains(c->name))
+            all.push_back(registrySample(*c));
+    }
     return all;
 }
 
@@ -272,7 +356,7 @@ int main(int argc, char **argv)
     }
     int failures = 0;
     int checked = 0;
-    for (const Sample &s : samples()) {
+    for (const Sample &s : allSamples()) {
         for (const char *form : kForms) {
             const QString file = dir.filePath(s.name + QLatin1Char('.') + QLatin1String(form));
             QFile f(file);

@@ -21,6 +21,10 @@
 
 #include <cmath>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 #include <limits>
 
 namespace QUILLET {
@@ -311,19 +315,56 @@ qsizetype findChar(const char *text, qsizetype size, qsizetype from, char c)
     return at ? static_cast<const char *>(at) - text : -1;
 }
 
+// The next '!' or '?' from \a from, or -1: sixteen bytes a step where the
+// processor has SSE2, one character a step elsewhere.
+qsizetype findMark(const QChar *text, qsizetype size, qsizetype from)
+{
+    const ushort *units = reinterpret_cast<const ushort *>(text);
+    qsizetype i = from;
+#ifdef __SSE2__
+    const __m128i bang = _mm_set1_epi16('!');
+    const __m128i question = _mm_set1_epi16('?');
+    for (; i + 8 <= size; i += 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(units + i));
+        const int hits = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(v, bang), _mm_cmpeq_epi16(v, question)));
+        if (hits)
+            return i + qCountTrailingZeroBits(uint(hits)) / 2;
+    }
+#endif
+    for (; i < size; ++i) {
+        if (units[i] == '!' || units[i] == '?')
+            return i;
+    }
+    return -1;
+}
+
+qsizetype findMark(const char *text, qsizetype size, qsizetype from)
+{
+    qsizetype i = from;
+#ifdef __SSE2__
+    const __m128i bang = _mm_set1_epi8('!');
+    const __m128i question = _mm_set1_epi8('?');
+    for (; i + 16 <= size; i += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text + i));
+        const int hits = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, bang), _mm_cmpeq_epi8(v, question)));
+        if (hits)
+            return i + qCountTrailingZeroBits(uint(hits));
+    }
+#endif
+    for (; i < size; ++i) {
+        if (text[i] == '!' || text[i] == '?')
+            return i;
+    }
+    return -1;
+}
+
 // The next "<!" or "<?" from \a from, or -1: the two marks are rare in a
 // document, so they are searched for rather than every '<'.
 template <class Char>
 qsizetype nextMarkup(const Char *text, qsizetype size, qsizetype from)
 {
-    qsizetype bang = from;
-    qsizetype question = from;
     for (;;) {
-        if (bang >= 0 && bang < from + 1)
-            bang = findChar(text, size, from + 1, '!');
-        if (question >= 0 && question < from + 1)
-            question = findChar(text, size, from + 1, '?');
-        const qsizetype mark = bang < 0 ? question : question < 0 ? bang : qMin(bang, question);
+        const qsizetype mark = findMark(text, size, from + 1);
         if (mark < 0)
             return -1;
         if (is(text[mark - 1], '<'))
