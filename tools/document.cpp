@@ -31,13 +31,18 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
+// A failed write to standard output is told once.
+bool g_outFailed = false;
+
 } // namespace
 
 void writeOut(const QByteArray &bytes)
 {
     errno = 0;
-    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()))
+    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) && !g_outFailed) {
+        g_outFailed = true;
         throw DocumentError(QStringLiteral("halvane: standard output: %1").arg(systemError()));
+    }
 }
 
 void printOut(const QString &text)
@@ -48,8 +53,9 @@ void printOut(const QString &text)
 bool flushOut(QString *message)
 {
     errno = 0;
-    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+    if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || g_outFailed)
         return true;
+    g_outFailed = true;
     *message = QStringLiteral("halvane: standard output: %1").arg(errno ? systemError() : QStringLiteral("write error"));
     return false;
 }

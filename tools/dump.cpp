@@ -100,6 +100,7 @@ public:
     }
     void list(qint32 count) override
     {
+        m_at += m_raw ? 0 : 8;
         if (m_raw) {
             line(m_depth - 1, m_pending + QStringLiteral("%1 items").arg(count));
             m_pending.clear();
@@ -129,6 +130,9 @@ public:
     }
     void value(const schema::Value &v) override
     {
+        // A record's value follows its tag and length.
+        if (!m_raw && m_item < 0)
+            m_at += 8;
         const QString text = valueText(v);
         if (m_item >= 0)
             line(m_depth, QStringLiteral("[%1] %2").arg(m_item).arg(text));
