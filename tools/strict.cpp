@@ -195,7 +195,7 @@ private:
         if (m_r.isStartElement()) {
             m_start = placeOf(qMax(0, m_text.lastIndexOf(QLatin1Char('<'), int(end) - 1)));
         } else if (m_r.isCharacters()) {
-            const QStringRef text = m_r.text();
+            const auto text = m_r.text();
             int lead = 0;
             while (lead < text.size() && text.at(lead).isSpace())
                 ++lead;
