@@ -92,7 +92,8 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
                   "the row of field " #F " is not of kind " #K);
 /*! The row of field F names the item class T. */
 #define HALVANE_EXPECT_CLASS_(F, T)                                                                 \
-    static_assert(kFields[HALVANE_INDEX_(F)].itemType == &::HALVANE::frame::ItemTypeTag<T>::tag,       \
+    static_assert(::HALVANE::frame::sameText(kFields[HALVANE_INDEX_(F)].itemType,                   \
+                                             ::HALVANE::frame::itemTypeName<T>()),                \
                   "the row of field " #F " does not name the class " #T);
 #define HALVANE_ROW_(I) (kDescriptor.fields[I])
 

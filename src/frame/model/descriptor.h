@@ -98,7 +98,7 @@ struct FieldDef {
     const char *initText;// initial value of string fields; nullptr: null string
     const NameTable *table; // Enum, EnumList
     OpsFn ops;           // Nested, ObjectList: the item class
-    const void *itemType;// Nested, ObjectList: ItemTypeTag<item class>, for the compiler's checks
+    const char *itemType;// Nested, ObjectList: itemTypeName<item class>(), for the compiler's checks
 
     constexpr FieldDef withElement(const char *name_) const
     {
@@ -127,12 +127,15 @@ constexpr FieldDef makeField(const char *name, quint32 tag, Kind kind, quint8 fl
     return FieldDef{name, name, tag, kind, flags, 0.0, 0.0, 0, 0.0, nullptr, nullptr, nullptr, nullptr};
 }
 
-/*! One object per class, whose address names the class in constant
-    expressions (the addresses of functions do not, in every build). */
+/*! A text that names the class T in constant expressions. Rows are checked
+    against it by comparing texts: comparing the addresses of two different
+    objects is not a constant expression in every build (GCC refuses it under
+    AddressSanitizer), and the check must say the same thing in all of them. */
 template <class T>
-struct ItemTypeTag {
-    static constexpr char tag = 0;
-};
+constexpr const char *itemTypeName()
+{
+    return __PRETTY_FUNCTION__;
+}
 constexpr FieldDef boolField(const char *name, quint32 tag, quint8 flags, bool init = false)
 {
     FieldDef f = makeField(name, tag, Kind::Bool, flags);
@@ -191,7 +194,7 @@ constexpr FieldDef nestedField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::Nested, flags);
     f.ops = &opsOf<T>;
-    f.itemType = &ItemTypeTag<T>::tag;
+    f.itemType = itemTypeName<T>();
     return f;
 }
 template <class T>
@@ -199,7 +202,7 @@ constexpr FieldDef objectListField(const char *name, quint32 tag, quint8 flags)
 {
     FieldDef f = makeField(name, tag, Kind::ObjectList, flags);
     f.ops = &opsOf<T>;
-    f.itemType = &ItemTypeTag<T>::tag;
+    f.itemType = itemTypeName<T>();
     return f;
 }
 constexpr FieldDef stringListField(const char *name, quint32 tag, quint8 flags)
