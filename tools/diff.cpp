@@ -33,7 +33,7 @@ void compareEntry(const schema::Field &f, const Entry *ea, const Entry *eb, cons
             line(out, at, ea ? f.itemClass : kNone, eb ? f.itemClass : kNone);
         return;
     case schema::Kind::ObjectList: {
-        const int na = ea ? ea->nodes.size() : 0, nb = eb ? eb->nodes.size() : 0;
+        const int na = ea ? int(ea->nodes.size()) : 0, nb = eb ? int(eb->nodes.size()) : 0;
         for (int i = 0; i < qMax(na, nb); ++i) {
             const QString item = at + QStringLiteral("[%1]").arg(i);
             if (i < na && i < nb)
@@ -45,7 +45,7 @@ void compareEntry(const schema::Field &f, const Entry *ea, const Entry *eb, cons
     }
     case schema::Kind::StringList:
     case schema::Kind::EnumList: {
-        const int na = ea ? ea->texts.size() : 0, nb = eb ? eb->texts.size() : 0;
+        const int na = ea ? int(ea->texts.size()) : 0, nb = eb ? int(eb->texts.size()) : 0;
         for (int i = 0; i < qMax(na, nb); ++i) {
             const QString ta = i < na ? ea->texts[i] : kNone, tb = i < nb ? eb->texts[i] : kNone;
             if (i >= na || i >= nb || ta != tb)

@@ -128,7 +128,7 @@ Options parse(const Command &command, const QStringList &argv)
         }
         QString value;
         bool hasValue = false;
-        const int eq = a.indexOf(QLatin1Char('='));
+        const int eq = int(a.indexOf(QLatin1Char('=')));
         if (a.startsWith(QLatin1String("--")) && eq > 2) {
             value = a.mid(eq + 1);
             a = a.left(eq);

@@ -49,7 +49,7 @@ const QRegularExpression &numberForm()
 // the form writes ("1.5" as "1.50"), so that it compares with readBack.
 QString padded(const QString &text)
 {
-    const int point = text.indexOf(QLatin1Char('.'));
+    const int point = int(text.indexOf(QLatin1Char('.')));
     if (point < 0)
         return text + QStringLiteral(".00");
     return text + QString(2 - (text.size() - point - 1), QLatin1Char('0'));
@@ -100,7 +100,7 @@ QString valueProblem(const schema::Class &c, const schema::Field &f, const QStri
             return QStringLiteral("%1 is not a number: it reads as %2").arg(quoted(text), back);
         if (!ok || !std::isfinite(value))
             return QStringLiteral("%1 is out of the range of %2: it reads as %3").arg(quoted(text), type, back);
-        const int point = text.indexOf(QLatin1Char('.'));
+        const int point = int(text.indexOf(QLatin1Char('.')));
         if (point >= 0 && decimalForm().match(text.left(point)).hasMatch() && text.size() - point - 1 > 2)
             return QStringLiteral("%1 has more than the two decimals that the form keeps: it reads as %2").arg(quoted(text), back);
         return QStringLiteral("%1 is not kept as written: it reads as %2").arg(quoted(text), back);
@@ -201,7 +201,7 @@ private:
                 ++lead;
             // The reader may have looked one character ahead.
             const QString head = text.mid(lead, 16).toString();
-            const int at = m_text.indexOf(head, int(qMax<qint64>(0, end - text.size() + lead - 2)));
+            const int at = int(m_text.indexOf(head, int(qMax<qint64>(0, end - text.size() + lead - 2))));
             m_start = placeOf(at < 0 ? end : at);
         } else {
             m_start = Place{m_r.lineNumber(), m_r.columnNumber() + 1};
