@@ -52,4 +52,23 @@
 #include "measurements/measurementresultlist.h"
 #include "measurements/rdsresult.h"
 
+#include "settings/antennasettings.h"
+#include "settings/audiosettings.h"
+#include "settings/bandwidthsettings.h"
+#include "settings/bearingcorrectionsettings.h"
+#include "settings/compass.h"
+#include "settings/dfsettings.h"
+#include "settings/downconverter.h"
+#include "settings/dvsettings.h"
+#include "settings/ffmsettings.h"
+#include "settings/ffmsettingsdetail.h"
+#include "settings/gpscsettings.h"
+#include "settings/iqsettings.h"
+#include "settings/modulationsettings.h"
+#include "settings/receiversettings.h"
+#include "settings/recordersettings.h"
+#include "settings/scansettings.h"
+#include "settings/sensorsettings.h"
+#include "settings/videosettings.h"
+
 #endif

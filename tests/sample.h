@@ -134,7 +134,7 @@ public:
     /// True when the setter accepts the value; always true.
     bool IsValidBig(const qint64 &value) const;
 
-    // ---- Level: double, element "Level", tag 0x00000106, optional, range 0.1 to 100, default 1.
+    // ---- Level: double, element "Level", tag 0xCE3014F1, optional, range 0.1 to 100, default 1.
     /// True when the field is set; creates no payload.
     bool IsLevelSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -192,7 +192,7 @@ public:
     /// Always true.
     bool IsValidWhen(const QDateTime &value) const;
 
-    // ---- Mode: enumerated, element "Mode", tag 0x0000010A, optional, default 1 ("Fast"), table Mode (3 rows: Name).
+    // ---- Mode: enumerated, element "Mode", tag 0x8DC1F911, optional, default 1 ("Fast"), table Mode (3 rows: Name).
     /// Row index into the Mode table; 255 (-1) is invalid.
     typedef qint8 Mode;
     /// True when the field is set; creates no payload.
@@ -271,6 +271,8 @@ public:
     bool IsValidPath(const QString &item) const;
     /// True when every item is valid.
     bool IsValidPath(const QVector<QString> &items) const;
+    /// A null string: list items have no default.
+    QString GetDefaultPath() const;
 
     // ---- Choices: list of enumerated items, element "Choices", tag 0x0000010E, optional, table Choices (3 rows: Name).
     /// Row index into the Choices table; 255 (-1) is invalid.

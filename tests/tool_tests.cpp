@@ -58,7 +58,7 @@ TEST(Tool, ConvertsEveryExampleThroughAllForms)
 {
     QTemporaryDir dir;
     const QStringList names = exampleNames();
-    ASSERT_EQ(names.size(), 8);
+    ASSERT_EQ(names.size(), 9);
     for (const QString &name : names) {
         const QString xml = examples() + QLatin1Char('/') + name + QStringLiteral(".xml");
         const QString hvb = dir.filePath(name + QStringLiteral(".hvb"));

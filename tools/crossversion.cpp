@@ -297,6 +297,18 @@ std::vector<Sample> samples()
     rds.SetProgramName(QStringLiteral("Radio ✓"));
     rds.SetPICode(QStringLiteral("D3C2"));
 
+    // Every settings class, filled from the registry's example, with
+    // date-times of other kinds and a prefix of each sort.
+    ReceiverSettings settings;
+    settings.SetValidate(true);
+    settings.SetXmlString(schema::exampleXml(*schema::findClass(QStringLiteral("ReceiverSettings"))));
+    settings.GetDVSettings().SetDVTime(offset);
+    settings.GetIQSettings().SetIQTime(zone);
+    QVector<ModulationSettings> &modulations = settings.GetSensorSettings().GetModulationSettings();
+    modulations[0].SetPrefix(QString(QLatin1String("")));
+    modulations[1].ResetPrefix();
+    settings.GetDFSettings().AppendSignalPath(QStringLiteral("Pfad ü"));
+
     std::vector<Sample> all = {sample(QStringLiteral("ModeManager"), mode),
                                sample(QStringLiteral("Administration"), admin),
                                sample(QStringLiteral("SensorMetaData"), admin.GetSensorMetaData()),
@@ -305,7 +317,8 @@ std::vector<Sample> samples()
                                sample(QStringLiteral("MeasurementResultList"), results),
                                sample(QStringLiteral("MeasurementData"), results.GetMeasurementData().at(2)),
                                sample(QStringLiteral("MeasurementResult"), results.GetMeasurementData().at(1).GetMeasurementResult()),
-                               sample(QStringLiteral("RDSResult"), rds)};
+                               sample(QStringLiteral("RDSResult"), rds),
+                               sample(QStringLiteral("ReceiverSettings"), settings)};
     for (Sample &s : antennaSamples())
         all.push_back(std::move(s));
     return all;

@@ -274,7 +274,8 @@ template <> inline qint8 defaultOf<qint8>(const FieldDef &f) { return qint8(f.in
     HALVANE_LIST_ACCESSORS_(X, T, F, HALVANE_INDEX_(F))                                         \
     void X::Append##F(T &&item) { ::HALVANE::frame::append(HALVANE_OBJ_, HALVANE_INDEX_(F), &item, true); }
 #define HALVANE_STRING_LIST_ACCESSORS(X, F) \
-    HALVANE_EXPECT_KIND_(F, StringList) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F))
+    HALVANE_EXPECT_KIND_(F, StringList) HALVANE_LIST_ACCESSORS_(X, QString, F, HALVANE_INDEX_(F)) \
+    QString X::GetDefault##F() const { return QString(); }
 
 #define HALVANE_ENUM_CONVERTER_DEFS_(X, F, I)                                                      \
     QString X::F##ToName(const F &value) { return kFields[I].table->text(0, value); }              \

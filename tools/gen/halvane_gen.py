@@ -28,7 +28,7 @@ GENERATOR = "tools/gen/halvane_gen.py"
 
 KINDS = {"bool", "int", "int64", "double", "float", "string", "datetime", "enum", "nested", "list"}
 FIELD_KEYS = {"name", "kind", "tag", "required", "element", "class", "item", "attribute", "element_too",
-              "default", "initial", "range", "names", "table", "shared_table", "note"}
+              "default", "initial", "range", "names", "table", "shared_table", "note", "empty_element_default"}
 CLASS_KEYS = {"class", "id", "brief", "field", "tagged_order", "hooks", "translate", "table", "version"}
 VERSION_KEYS = {"attribute", "tag", "current"}
 TABLE_KEYS = {"name", "struct", "columns", "rows", "brief"}
@@ -78,6 +78,14 @@ def cnum(value):
         return str(value)
     text = repr(float(value))
     return text if ("." in text or "e" in text) else text + ".0"
+
+
+def empty_element_default(where, f, data):
+    """The key empty_element_default: an empty child element gives the default."""
+    value = data.get("empty_element_default", False)
+    if value and (f.kind in ("nested", "list", "bool") or not f.has_default):
+        fail(where, "empty_element_default needs a scalar field (not a bool) with a default")
+    return value
 
 
 def lower_first(name):
@@ -166,6 +174,7 @@ class Field:
         self.initial = data.get("default", data.get("initial"))
         if self.has_default and "initial" in data:
             fail(where, "a default is also the initial value: give one of them")
+        self.empty_element_default = empty_element_default(where, self, data)
         # The name table.
         self.table = None
         if self.is_enum:
@@ -343,6 +352,8 @@ def facts(f):
         parts.append(f'attribute "{f.element}"' + (" (also read as an element)" if f.element_too else ""))
     else:
         parts.append(f'element "{f.element}"')
+    if f.empty_element_default:
+        parts.append("an empty element gives the default")
     parts.append(f"tag 0x{f.tag:08X}")
     parts.append("required" if f.required else "optional")
     if f.range:
@@ -464,6 +475,8 @@ def member_lines(c, f):
                      "enum": f"True for an index from 0 to {len(f.table.rows) - 1 if f.table else 0}."}[f.list_kind]
         m(item_rule, f"bool IsValid{F}(const {T} &item) const")
         m("True when every item is valid.", f"bool IsValid{F}(const QVector<{T}> &items) const")
+        if f.list_kind == "string":
+            m("A null string: list items have no default.", f"QString GetDefault{F}() const")
         if f.list_kind == "enum":
             m("255: list items have no default.", f"{F} GetDefault{F}() const")
             m("255, the invalid index.", f"{F} GetInvalid{F}() const")
@@ -643,6 +656,8 @@ def field_row(c, f):
         flags.append("Attribute")
     if f.element_too:
         flags.append("ElementToo")
+    if f.empty_element_default:
+        flags.append("EmptyElementDefault")
     fl = " | ".join(flags) or "0"
     name = cstr(f.name)
     tag = f"0x{f.tag:08X}"

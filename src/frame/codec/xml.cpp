@@ -1,5 +1,6 @@
 // XML form: one element per object, one child element per field.
 #include "../frame.h"
+#include "../model/kinds.h"
 #include "../text/messages.h"
 #include "../text/text.h"
 
@@ -49,6 +50,24 @@ private:
 };
 
 void writeObject(const Obj &o, QXmlStreamWriter &writer, bool checked);
+
+// The field's initial value through its setter: what an empty child element
+// stands for where the field says so (EmptyElementDefault).
+void setDefaultValue(const Obj &o, int index)
+{
+    const Field &f = o.desc->fields[index];
+    const KindTraits &t = traits(f.kind);
+    struct Slot {
+        const Field &f;
+        const KindTraits &t;
+        alignas(8) char value[32];
+        Slot(const Field &f_, const KindTraits &t_) : f(f_), t(t_) { t.construct(f, value); }
+        ~Slot() { t.destroy(f, value); }
+    };
+    Q_ASSERT(t.size <= sizeof(Slot::value) && !t.list && !t.child);
+    Slot slot(f, t);
+    setValue(o, index, slot.value);
+}
 
 // A nested object or list item: its own GetXml, without repeating the
 // prologue and Check that the owner's Check has already run over it.
@@ -200,9 +219,14 @@ void processXmlStartElement(const Obj &o, QXmlStreamReader &reader)
     case Kind::DateTime:
     case Kind::Enum:
     case Kind::StringList:
-    case Kind::EnumList:
-        setFromText(o, index, ElementText(reader).view());
+    case Kind::EnumList: {
+        const ElementText text(reader);
+        if ((f.flags & EmptyElementDefault) && text.view().isEmpty())
+            setDefaultValue(o, index);
+        else
+            setFromText(o, index, text.view());
         break;
+    }
     }
 }
 

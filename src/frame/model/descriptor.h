@@ -43,6 +43,7 @@ enum FieldFlag : quint8 {
     ElementToo = 0x04,  // an attribute also accepted as a child element
     HasDefault = 0x08,  // the initial value counts as a default (ResetToDefault, empty bool)
     HasRange = 0x10,    // numeric limits lo..hi, both included
+    EmptyElementDefault = 0x80, // an empty child element gives the default, not the empty text
 };
 
 struct ClassDescriptor;

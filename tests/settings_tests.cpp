@@ -1,0 +1,1287 @@
+// The receiver settings: the eighteen classes of src/settings and their
+// document ReceiverSettings. Name table rows, translation functions, exact
+// text and bytes of representative objects, the text of every message kind,
+// the departures (Prefix, float ranges, the string list) and round trips of
+// every class through the three forms.
+#include "support.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QMap>
+#include <QtCore/QTranslator>
+
+#include <cmath>
+#include <limits>
+#include <type_traits>
+
+using namespace HALVANE;
+using test::expectThrow;
+
+namespace {
+
+template <class... T>
+struct Types {
+    template <class F>
+    static void each(F &&f)
+    {
+        (f(T()), ...);
+    }
+};
+
+using SettingsClasses =
+    Types<ReceiverSettings, RecorderSettings, FFMSettings, FFMSettingsDetail, AudioSettings, SensorSettings,
+          BandwidthSettings, ModulationSettings, VideoSettings, ScanSettings, DVSettings, IQSettings,
+          BearingCorrectionSettings, AntennaSettings, Downconverter, DFSettings, GPSCSettings, Compass>;
+
+const QDateTime kStamp(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC);
+
+QStringList names(std::initializer_list<const char *> list)
+{
+    QStringList out;
+    for (const char *n : list)
+        out.append(QString::fromUtf8(n));
+    return out;
+}
+
+// A filled object of class T, read from the registry's example document.
+template <class T>
+T example()
+{
+    T object;
+    object.SetValidate(true);
+    test::readXml(object, schema::exampleXml(*schema::findClass(T::GetStaticObjectName())));
+    return object;
+}
+
+// XML and the tagged form keep two decimals; the examples and the objects
+// below hold values of at most two decimals, so every form compares equal.
+template <class T>
+void expectRoundTrip(const T &original)
+{
+    SCOPED_TRACE(T::GetStaticObjectName().toStdString());
+    T fromXml, fromTagged, fromRaw;
+    fromXml.SetValidate(true);
+    fromTagged.SetValidate(true);
+    fromRaw.SetValidate(true);
+    test::readXml(fromXml, test::xml(original));
+    test::readTagged(fromTagged, test::tagged(original));
+    test::readRaw(fromRaw, test::raw(original));
+    EXPECT_TRUE(fromXml == original) << test::xml(fromXml).toStdString();
+    EXPECT_TRUE(fromTagged == original) << test::xml(fromTagged).toStdString();
+    EXPECT_TRUE(fromRaw == original) << test::xml(fromRaw).toStdString();
+    EXPECT_EQ(test::xml(fromXml), test::xml(original));
+    EXPECT_EQ(test::tagged(fromTagged), test::tagged(original));
+    EXPECT_EQ(test::raw(fromRaw), test::raw(original));
+}
+
+ModulationSettings modulation(qint8 method, double value)
+{
+    ModulationSettings m;
+    m.SetValidate(true);
+    m.SetModulationMethod(method);
+    m.SetModulationValue(value);
+    return m;
+}
+
+// Every member set, every field of every member set, lists of several items.
+ReceiverSettings fullSettings()
+{
+    ReceiverSettings r;
+    r.SetValidate(true);
+
+    RecorderSettings &rec = r.GetRecorderSettings();
+    rec.SetRecordSource(4);
+    rec.SetRecordSourceSuperset(18);
+    rec.SetRecordStorage(1);
+    rec.SetRecordMode(3);
+    rec.SetRecordMemSize(3);
+    rec.SetRecordMemMode(1);
+    rec.SetRecordState(true);
+    rec.SetIQRecordState(0);
+
+    FFMSettings &ffm = r.GetFFMSettings();
+    ffm.SetFrequency(97.12);
+    ffm.SetAnalogDemod(28);
+    ffm.SetIFBandwidth(12500);
+    ffm.SetBandwidthMode(1);
+    FFMSettingsDetail &detail = ffm.GetFFMSettingsDetail();
+    detail.SetBFOFrequency(-1000.5);
+    detail.SetGainControlMode(1);
+    detail.SetGainControlValue(-5);
+    detail.SetGainControlTime(2);
+    detail.SetAttenuation(4);
+    detail.SetAttenuationValue(10.25);
+    detail.SetAttenuationTime(0.5);
+    detail.SetAFCValue(1);
+    detail.SetSquelchState(1);
+    detail.SetSquelchValue(20);
+    detail.SetPreselection(2);
+    detail.SetLevelDetector(3);
+    detail.SetMeasurementTime(0.01);
+    detail.SetMeasurementMode(1);
+    detail.SetAutomaticMeasMode(false);
+    detail.SetIFPanSpan(1e6);
+    detail.SetIFPanType(1);
+    detail.SetIFStep(625);
+    detail.SetIFStepAuto(0);
+
+    r.GetAudioSettings().SetAudioMode(12);
+    r.GetAudioSettings().SetAudioFilter(7);
+
+    SensorSettings &sensor = r.GetSensorSettings();
+    sensor.SetLevel(-20.5);
+    sensor.SetOffset(0.75);
+    sensor.SetFieldstrength(33);
+    BandwidthSettings &bw = sensor.GetBandwidthSettings();
+    bw.SetBandwidthMethod(2);
+    bw.SetXDBValue(26);
+    bw.SetBetaValue(99.5f);
+    bw.SetMeasLower(-1.25);
+    bw.SetMeasUpper(1.25);
+    sensor.AppendModulationSettings(modulation(0, 30));
+    ModulationSettings fm = modulation(3, 75.5);
+    fm.SetPrefix(QStringLiteral("Tx ü"));
+    sensor.AppendModulationSettings(fm);
+    ModulationSettings pm = modulation(6, 1);
+    pm.SetPrefix(QString(QLatin1String("")));
+    sensor.AppendModulationSettings(pm);
+
+    VideoSettings &video = r.GetVideoSettings();
+    video.SetVDMode(5);
+    video.SetVDPanSpan(2e6);
+    video.SetVDDataFormat(2);
+    video.SetVDDemodulation(QStringLiteral("AM"));
+    video.SetVDSideband(QString(QLatin1String("")));
+    video.SetVDScale(QStringLiteral("log <dB>"));
+
+    ScanSettings &scan = r.GetScanSettings();
+    scan.SetSearchScanDwellTime(-1);
+    scan.SetSearchHoldTime(10);
+    scan.SetSearchMode(7);
+    scan.SetMScanDwellTime(0.25);
+    scan.SetMScanHoldTime(9.99);
+    scan.SetMScanMode(0);
+    scan.SetMScanSquelchMode(true);
+    scan.SetStartFrequency(100e6);
+    scan.SetStopFrequency(80e6);
+    scan.SetStepFrequency(25e3);
+
+    DVSettings &dv = r.GetDVSettings();
+    dv.SetDVMode(QStringLiteral("mode"));
+    dv.SetDVTime(kStamp);
+    dv.SetDVTrace(QStringLiteral("trace"));
+    dv.SetDVTrigger(QStringLiteral("trigger"));
+    dv.SetDVTriggerTrace(QStringLiteral("trigger trace"));
+
+    r.GetIQSettings().SetIQTime(kStamp.addDays(-400));
+    r.GetIQSettings().SetIQMode(QStringLiteral("IQ 16 bit"));
+
+    r.GetBearingCorrectionSettings().SetIdentifier(-3);
+    r.GetBearingCorrectionSettings().SetFromHeight(-12.5);
+    r.GetBearingCorrectionSettings().SetToHeight(8848.86);
+
+    AntennaSettings &antenna = r.GetAntennaSettings();
+    antenna.SetAntenna(QStringLiteral("HE 600"));
+    antenna.SetPolarisation(3);
+    antenna.SetMode(1);
+    antenna.GetDownconverter().SetStartFrequency(1e9);
+    antenna.GetDownconverter().SetStopFrequency(2e9);
+    antenna.GetDownconverter().SetOscFrequency(9.75e8);
+    antenna.SetDFReference(QStringLiteral("north"));
+
+    DFSettings &df = r.GetDFSettings();
+    df.AppendSignalPath(QStringLiteral("RX1"));
+    df.AppendSignalPath(QStringLiteral("Pfad ä"));
+    df.AppendSignalPath(QString(QLatin1String("")));
+    df.SetCurrentSignalPath(QStringLiteral("RX9"));
+    df.SetDFBandwidth(1500);
+    df.SetDFMeasurementTime(0.1);
+    df.SetDFMode(2);
+    df.SetDFStep(12.5);
+    df.SetFreqSpan(-1);
+
+    GPSCSettings &gpsc = r.GetGPSCSettings();
+    gpsc.SetGPSName(QStringLiteral("gps"));
+    gpsc.GetCompass().SetName(QStringLiteral("compass"));
+    gpsc.GetCompass().SetOffset(-2.5);
+    gpsc.GetCompass().SetType(QStringLiteral("fluxgate"));
+    gpsc.GetCompass().SetCompassSource(5);
+    gpsc.SetGPSCEnable(true);
+    gpsc.SetGPSSource(0);
+    return r;
+}
+
+// A translator that shows what it was asked for.
+class EchoTranslator : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *text, const char *disambiguation, int n) const override
+    {
+        return QStringLiteral("%1|%2|%3|%4")
+            .arg(QString::fromUtf8(context), QString::fromUtf8(text),
+                 disambiguation ? QString::fromUtf8(disambiguation) : QStringLiteral("-"))
+            .arg(n);
+    }
+    bool isEmpty() const override { return false; }
+};
+
+template <class T, class = void>
+struct HasTr : std::false_type {};
+template <class T>
+struct HasTr<T, std::void_t<decltype(T::tr("x")), decltype(T::trUtf8("x"))>> : std::true_type {};
+
+} // namespace
+
+TEST(Settings, NameTablesRowByRow)
+{
+    struct Case {
+        const char *field;
+        QStringList rows;
+        QStringList gui;
+        QStringList expected;
+    };
+    const Case cases[] = {
+        {"FFMSettings.AnalogDemod", FFMSettings::GetAnalogDemods(), FFMSettings::GetGUIAnalogDemods(),
+         names({"AM", "FM", "CW", "PULSE", "LSB", "USB", "ISB", "TV", "PM", "IQ", "LOG", "A1", "A1A", "A3E", "B7B",
+                "B8E", "F1B", "F1C", "F3C", "F3E", "F7B", "J3E", "J7B", "FSK", "AFSK", "FAX1", "FAX2", "WBP",
+                "UNKNOWN"})},
+        {"FFMSettings.BandwidthMode", FFMSettings::GetBandwidthModes(), FFMSettings::GetGUIBandwidthModes(),
+         names({"Manual", "Coupled"})},
+        {"GainControlMode", FFMSettingsDetail::GetGainControlModes(), FFMSettingsDetail::GetGUIGainControlModes(),
+         names({"AGC", "MGC"})},
+        {"GainControlTime", FFMSettingsDetail::GetGainControlTimes(), FFMSettingsDetail::GetGUIGainControlTimes(),
+         names({"Default", "Fast", "Slow"})},
+        {"Attenuation", FFMSettingsDetail::GetAttenuations(), FFMSettingsDetail::GetGUIAttenuations(),
+         names({"MANUAL", "AUTO", "NORMAL", "LOW NOISE", "LOW DESTORT"})},
+        {"AFCValue", FFMSettingsDetail::GetAFCValues(), FFMSettingsDetail::GetGUIAFCValues(), names({"OFF", "ON"})},
+        {"SquelchState", FFMSettingsDetail::GetSquelchStates(), FFMSettingsDetail::GetGUISquelchStates(),
+         names({"OFF", "ON"})},
+        {"Preselection", FFMSettingsDetail::GetPreselections(), FFMSettingsDetail::GetGUIPreselections(),
+         names({"LOW NOISE", "NORMAL", "LOW DISTORT"})},
+        {"LevelDetector", FFMSettingsDetail::GetLevelDetectors(), FFMSettingsDetail::GetGUILevelDetectors(),
+         names({"AVG", "PEAK", "FAST", "RMS"})},
+        {"FFMSettingsDetail.MeasurementMode", FFMSettingsDetail::GetMeasurementModes(),
+         FFMSettingsDetail::GetGUIMeasurementModes(), names({"CONT", "PERIOD"})},
+        {"IFPanType", FFMSettingsDetail::GetIFPanTypes(), FFMSettingsDetail::GetGUIIFPanTypes(),
+         names({"Average", "Clear Write", "Max Hold", "Min Hold"})},
+        {"IFStepAuto", FFMSettingsDetail::GetIFStepAutos(), FFMSettingsDetail::GetGUIIFStepAutos(),
+         names({"OFF", "ON"})},
+        {"RecordSource", RecorderSettings::GetRecordSources(), RecorderSettings::GetGUIRecordSources(),
+         names({"IQ", "Audio", "VSP", "Traces", "Wide IQ", "CSV"})},
+        {"RecordSourceSuperset", RecorderSettings::GetRecordSourceSupersets(),
+         RecorderSettings::GetGUIRecordSourceSupersets(),
+         names({"Level", "Offset", "Fieldstrength", "AM", "AM Pos", "AM Neg", "FM", "FM Pos", "FM Neg", "PM",
+                "Bandwidth", "RDS", "IFPan", "Audio", "IQ", "Video", "VDPan", "TV", "SELCall"})},
+        {"RecordStorage", RecorderSettings::GetRecordStorages(), RecorderSettings::GetGUIRecordStorages(),
+         names({"Memory", "File (SD-Card)", "File (PC)", "Ostrom", "Device"})},
+        {"RecordMode", RecorderSettings::GetRecordModes(), RecorderSettings::GetGUIRecordModes(),
+         names({"Stop", "Record", "Pause", "Replay", "Delete"})},
+        {"RecordMemSize", RecorderSettings::GetRecordMemSizes(), RecorderSettings::GetGUIRecordMemSizes(),
+         names({"8MB", "16MB", "32MB", "64MB"})},
+        {"RecordMemMode", RecorderSettings::GetRecordMemModes(), RecorderSettings::GetGUIRecordMemModes(),
+         names({"Cyclic", "Once"})},
+        {"IQRecordState", RecorderSettings::GetIQRecordStates(), RecorderSettings::GetGUIIQRecordStates(),
+         names({"ON", "OFF"})},
+        {"AudioMode", AudioSettings::GetAudioModes(), AudioSettings::GetGUIAudioModes(),
+         names({"None", "32 kHz / 16 bits / 2 channels", "32 kHz / 16 bits / 1 channel",
+                "32 kHz / 8 bits / 2 channels", "32 kHz / 8 bits / 1 channel", "16 kHz / 16 bits / 2 channels",
+                "16 kHz / 16 bits / 1 channel", "16 kHz / 8 bits / 2 channels", "16 kHz / 8 bits / 1 channel",
+                "8 kHz / 16 bits / 2 channels", "8 kHz / 16 bits / 1 channel", "8 kHz /  8 bits / 2 channels",
+                "8 kHz /  8 bits / 1 channel"})},
+        {"AudioFilter", AudioSettings::GetAudioFilters(), AudioSettings::GetGUIAudioFilters(),
+         names({"OFF", "NOTCH", "NR", "BP", "DEHigh", "DEEurope", "DEUsa", "DEPmr"})},
+        {"BandwidthMethod", BandwidthSettings::GetBandwidthMethods(), BandwidthSettings::GetGUIBandwidthMethods(),
+         names({"OFF", "XDB", "BETA"})},
+        {"ModulationMethod", ModulationSettings::GetModulationMethods(),
+         ModulationSettings::GetGUIModulationMethods(),
+         names({"AM", "AM Pos", "AM Neg", "FM", "FM Pos", "FM Neg", "PM"})},
+        {"VDMode", VideoSettings::GetVDModes(), VideoSettings::GetGUIVDModes(),
+         names({"AM", "FM", "AMSQ", "FMSQ", "IQ", "IQSQ"})},
+        {"VDDataFormat", VideoSettings::GetVDDataFormats(), VideoSettings::GetGUIVDDataFormats(),
+         names({"OFF", "SHORT", "LONG"})},
+        {"SearchMode", ScanSettings::GetSearchModes(), ScanSettings::GetGUISearchModes(),
+         names({"IDLE", "CONT", "HOLD", "LEAVE", "RESTART", "RUN", "STOP", "SUPP"})},
+        {"MScanMode", ScanSettings::GetMScanModes(), ScanSettings::GetGUIMScanModes(),
+         names({"IDLE", "CONT", "HOLD", "LEAVE", "RESTART", "RUN", "STOP", "SUPP"})},
+        {"Polarisation", AntennaSettings::GetPolarisations(), AntennaSettings::GetGUIPolarisations(),
+         names({"Vertical", "Horizontal", "Left", "Right"})},
+        {"AntennaSettings.Mode", AntennaSettings::GetModes(), AntennaSettings::GetGUIModes(),
+         names({"active", "passive"})},
+        {"DFMode", DFSettings::GetDFModes(), DFSettings::GetGUIDFModes(), names({"Cont", "Norm", "Gate"})},
+        {"GPSSource", GPSCSettings::GetGPSSources(), GPSCSettings::GetGUIGPSSources(),
+         names({"NONE", "AUX1", "AUX2", "SCPI", "X1", "X2"})},
+        {"CompassSource", Compass::GetCompassSources(), Compass::GetGUICompassSources(),
+         names({"NONE", "AUX1", "AUX2", "SCPI", "X1", "X2"})},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(c.rows, c.expected) << c.field;
+        // No translator is installed: the GUI texts are the names.
+        EXPECT_EQ(c.gui, c.expected) << c.field;
+    }
+}
+
+TEST(Settings, ConvertersFindExactNamesOnly)
+{
+    struct Case {
+        const char *what;
+        int got;
+        int expected;
+    };
+    const Case cases[] = {
+        {"LOW NOISE in Attenuation", FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW NOISE")), 3},
+        {"LOW NOISE in Preselection", FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW NOISE")), 0},
+        {"LOW DISTORT in Attenuation", FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW DISTORT")), -1},
+        {"LOW DESTORT in Preselection", FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW DESTORT")), -1},
+        {"two blanks", AudioSettings::NameToAudioMode(QStringLiteral("8 kHz /  8 bits / 1 channel")), 12},
+        {"one blank", AudioSettings::NameToAudioMode(QStringLiteral("8 kHz / 8 bits / 1 channel")), -1},
+        {"16 kHz one blank", AudioSettings::NameToAudioMode(QStringLiteral("16 kHz / 8 bits / 1 channel")), 8},
+        {"IQ source", RecorderSettings::NameToRecordSource(QStringLiteral("IQ")), 0},
+        {"IQ superset", RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("IQ")), 14},
+        {"Audio source", RecorderSettings::NameToRecordSource(QStringLiteral("Audio")), 1},
+        {"Audio superset", RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("Audio")), 13},
+        {"VSP superset", RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("VSP")), -1},
+        {"128MB", RecorderSettings::NameToRecordMemSize(QStringLiteral("128MB")), -1},
+        {"IQRecordState ON", RecorderSettings::NameToIQRecordState(QStringLiteral("ON")), 0},
+        {"AFCValue ON", FFMSettingsDetail::NameToAFCValue(QStringLiteral("ON")), 1},
+        {"lower-case polarisation", AntennaSettings::NameToPolarisation(QStringLiteral("vertical")), -1},
+        {"passive", AntennaSettings::NameToMode(QStringLiteral("passive")), 1},
+        {"NONE GPS", GPSCSettings::NameToGPSSource(QStringLiteral("NONE")), 0},
+        {"NONE compass", Compass::NameToCompassSource(QStringLiteral("NONE")), 0},
+        {"IDLE MScan", ScanSettings::NameToMScanMode(QStringLiteral("IDLE")), 0},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(c.got, c.expected) << c.what;
+    EXPECT_TRUE(FFMSettings::AnalogDemodToName(29).isNull());
+    EXPECT_TRUE(DFSettings::DFModeToName(-1).isNull());
+    EXPECT_EQ(GPSCSettings::GPSSourceToName(3), QStringLiteral("SCPI"));
+
+    FFMSettingsDetail d;
+    d.SetAttenuation(4);
+    EXPECT_EQ(d.GetAttenuationAsString(), QStringLiteral("LOW DESTORT"));
+    EXPECT_EQ(d.GetInvalidAttenuation(), -1);
+    EXPECT_EQ(d.GetDefaultAttenuation(), -1);
+}
+
+TEST(Settings, TranslationFunctionsUseTheClassContext)
+{
+    static_assert(!HasTr<ReceiverSettings>::value && !HasTr<SensorSettings>::value && !HasTr<DVSettings>::value
+                      && !HasTr<IQSettings>::value && !HasTr<Downconverter>::value
+                      && !HasTr<BearingCorrectionSettings>::value,
+                  "these classes have no tr");
+    int argc = 1;
+    char name[] = "settings_tests";
+    char *argv[] = {name, nullptr};
+    QCoreApplication app(argc, argv);
+    EchoTranslator translator;
+    app.installTranslator(&translator);
+    int translated = 0;
+    SettingsClasses::each([&](auto object) {
+        using T = decltype(object);
+        if constexpr (HasTr<T>::value) {
+            const QString context = QStringLiteral("HALVANE::") + T::GetStaticObjectName();
+            EXPECT_EQ(T::tr("Text", "which", 3), context + QStringLiteral("|Text|which|3"));
+            EXPECT_EQ(T::trUtf8("Grüße"), context + QStringLiteral("|Grüße|-|-1"));
+            ++translated;
+        }
+    });
+    EXPECT_EQ(translated, 12);
+    // The GUI lists go through QObject::tr: the context is QObject's.
+    EXPECT_EQ(FFMSettingsDetail::GetGUIAttenuations().at(4), QStringLiteral("QObject|LOW DESTORT|-|-1"));
+    EXPECT_EQ(FFMSettingsDetail::GetAttenuations().at(4), QStringLiteral("LOW DESTORT"));
+    EXPECT_EQ(Compass::GetGUICompassSources().at(0), QStringLiteral("QObject|NONE|-|-1"));
+    app.removeTranslator(&translator);
+}
+
+TEST(Settings, FreshObjects)
+{
+    // Classes whose HasData holds without a payload: all but the six with
+    // required fields.
+    const QStringList incomplete = names({"BandwidthSettings", "ModulationSettings", "DVSettings",
+                                          "AntennaSettings", "Downconverter", "BearingCorrectionSettings"});
+    SettingsClasses::each([&](auto object) {
+        using T = decltype(object);
+        const QString name = T::GetStaticObjectName();
+        SCOPED_TRACE(name.toStdString());
+        EXPECT_EQ(object.GetObjectName(), name);
+        EXPECT_EQ(quint32(object.GetObjectType()), quint32(T::id));
+        EXPECT_EQ(T::GetId(), T::id);
+        EXPECT_FALSE(object.IsInitialized());
+        EXPECT_FALSE(object.AnyData());
+        EXPECT_EQ(object.HasData(), !incomplete.contains(name));
+        EXPECT_FALSE(object.IsInitialized());
+    });
+    struct Id {
+        qint64 id;
+        qint64 expected;
+    };
+    const Id ids[] = {{ReceiverSettings::id, 0x814D00B5}, {FFMSettings::id, 0xCAA321F3},
+                      {FFMSettingsDetail::id, 0xE8544372}, {RecorderSettings::id, 0x6394D691},
+                      {AudioSettings::id, 0x07A08CBC},    {IQSettings::id, 0x6D4ADB13},
+                      {DVSettings::id, 0xE85F620F},       {SensorSettings::id, 0x24A28928},
+                      {BandwidthSettings::id, 0xA8473FFD}, {ModulationSettings::id, 0x83A03A59},
+                      {VideoSettings::id, 0x459314F7},    {ScanSettings::id, 0x2225205E},
+                      {AntennaSettings::id, 0xEB325F42},  {Downconverter::id, 0xCD2750A9},
+                      {BearingCorrectionSettings::id, 0x4F86A43B}, {DFSettings::id, 0xEBF2145C},
+                      {GPSCSettings::id, 0x623A6CBC},     {Compass::id, 0x0D101802}};
+    for (const Id &i : ids)
+        EXPECT_EQ(i.id, i.expected);
+
+    // A fresh ModulationSettings has data as soon as its payload exists: its
+    // Prefix starts as "Sensor".
+    ModulationSettings m;
+    EXPECT_FALSE(m.AnyData());
+    EXPECT_EQ(m.GetPrefix(), QStringLiteral("Sensor"));
+    EXPECT_FALSE(m.IsPrefixSet());
+    EXPECT_TRUE(m.AnyData());
+    EXPECT_EQ(m.GetDefaultPrefix(), QStringLiteral("Sensor"));
+    EXPECT_EQ(BandwidthSettings().GetDefaultBetaValue(), 0.0f);
+    EXPECT_FALSE(BandwidthSettings().IsValidBetaValue(BandwidthSettings().GetDefaultBetaValue()));
+    EXPECT_TRUE(DFSettings().GetDefaultSignalPath().isNull());
+    EXPECT_TRUE(DFSettings().GetDefaultCurrentSignalPath().isNull());
+    EXPECT_FALSE(GPSCSettings().GetDefaultGPSCEnable());
+    EXPECT_EQ(GPSCSettings().GetDefaultGPSSource(), -1);
+}
+
+TEST(Settings, ResetToDefaultTurnsOnOnlyUsableDefaults)
+{
+    // The raw form's presence bytes after ResetToDefault, per class, on an
+    // untouched object and on a filled one.
+    const QMap<QString, QByteArray> expected = {
+        {QStringLiteral("ModulationSettings"), QByteArray("\x04", 1)},
+        {QStringLiteral("GPSCSettings"), QByteArray("\x04", 1)},
+    };
+    SettingsClasses::each([&](auto object) {
+        using T = decltype(object);
+        const QString name = T::GetStaticObjectName();
+        SCOPED_TRACE(name.toStdString());
+        const QByteArray bits =
+            expected.value(name, QByteArray(int(schema::findClass(name)->fields.size() + 7) / 8, '\0'));
+        for (T o : {T(), example<T>()}) {
+            o.SetValidate(false);
+            o.ResetToDefault();
+            EXPECT_TRUE(o.IsInitialized());
+            EXPECT_EQ(test::hex(test::raw(o).left(bits.size())), test::hex(bits));
+        }
+    });
+    ModulationSettings m = modulation(1, 2);
+    m.SetPrefix(QStringLiteral("x"));
+    m.ResetToDefault();
+    EXPECT_EQ(m.GetPrefix(), QStringLiteral("Sensor"));
+    EXPECT_FALSE(m.IsModulationMethodSet());
+    EXPECT_EQ(m.GetModulationMethod(), -1);
+    // Only the Prefix is set, so writing with validation on fails at the method.
+    expectThrow<OutOfRangeException>([&] { test::xml(m); },
+                                     QStringLiteral("ModulationSettings: Please set ModulationMethod properly."));
+
+    GPSCSettings g;
+    g.ResetToDefault();
+    EXPECT_TRUE(g.AnyData());
+    EXPECT_EQ(test::xml(g), QStringLiteral("<GPSCSettings><GPSCEnable>false</GPSCEnable></GPSCSettings>"));
+
+    // The members of a ReceiverSettings are replaced by fresh objects.
+    ReceiverSettings r = fullSettings();
+    r.ResetToDefault();
+    const ReceiverSettings &cr = r;
+    EXPECT_FALSE(r.AnyData());
+    EXPECT_FALSE(cr.GetGPSCSettings().IsGPSCEnableSet());
+    EXPECT_FALSE(cr.GetGPSCSettings().IsInitialized());
+    EXPECT_EQ(test::hex(test::raw(r)), "00 00");
+}
+
+TEST(Settings, ExactTextAndBytes)
+{
+    struct Case {
+        const char *what;
+        QString xml;
+        std::string tagged;
+        std::string raw;
+        QString expectedXml;
+        std::string expectedTagged;
+        std::string expectedRaw;
+    };
+    auto forms = [](const char *what, const auto &object, const QString &xml, const std::string &tagged,
+                    const std::string &raw) {
+        return Case{what, test::xml(object), test::hex(test::tagged(object)), test::hex(test::raw(object)),
+                    xml, tagged, raw};
+    };
+    ModulationSettings m = modulation(3, 2.5);
+    m.SetPrefix(QStringLiteral("ab"));
+
+    BandwidthSettings unset; // required enum unset, validation off
+
+    DFSettings df;
+    df.AppendSignalPath(QStringLiteral("ab"));
+    df.AppendSignalPath(QString(QLatin1String("")));
+
+    FFMSettingsDetail detail;
+    detail.SetGainControlValue(-5);
+    detail.SetAutomaticMeasMode(true);
+
+    FFMSettings ffm;
+    ffm.SetFrequency(97.123456);
+    ffm.SetAnalogDemod(28);
+
+    ReceiverSettings touched;
+    touched.GetFFMSettings();
+
+    SensorSettings sensor;
+    sensor.SetLevel(1);
+    sensor.GetBandwidthSettings().SetBandwidthMethod(0);
+    sensor.GetBandwidthSettings().SetXDBValue(3);
+    sensor.GetBandwidthSettings().SetBetaValue(0.1f);
+    sensor.AppendModulationSettings(modulation(0, 30));
+
+    GPSCSettings gpsc;
+    gpsc.GetCompass();
+    gpsc.SetGPSSource(0);
+
+    const Case cases[] = {
+        forms("ModulationSettings: Prefix an attribute, first in the tagged form, last in the raw form", m,
+              QStringLiteral("<ModulationSettings Prefix=\"ab\"><ModulationMethod>FM</ModulationMethod>"
+                             "<ModulationValue>2.50</ModulationValue></ModulationSettings>"),
+              "00 00 00 2C "
+              "62 74 A6 BA 00 00 00 06 00 00 00 02 61 62 "
+              "44 66 27 5A 00 00 00 06 00 00 00 02 46 4D "
+              "EF DD 6E E9 00 00 00 08 00 00 00 04 32 2E 35 30",
+              "07 03 40 04 00 00 00 00 00 00 00 00 00 04 00 61 00 62"),
+        forms("BandwidthSettings: required fields unset, validation off", unset,
+              QStringLiteral("<BandwidthSettings><BandwidthMethod></BandwidthMethod><XDBValue>0.00</XDBValue>"
+                             "<BetaValue>0.00</BetaValue></BandwidthSettings>"),
+              "00 00 00 2C "
+              "25 8E 1F C8 00 00 00 04 FF FF FF FF "
+              "8C 3A 0B DB 00 00 00 08 00 00 00 04 30 2E 30 30 "
+              "27 CB B8 15 00 00 00 08 00 00 00 04 30 2E 30 30",
+              "00 FF 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00"),
+        forms("DFSettings: a list of strings, each item in its own length", df,
+              QStringLiteral("<DFSettings><SignalPath>ab</SignalPath><SignalPath></SignalPath></DFSettings>"),
+              "00 00 00 1E 6B 1E 5A B2 00 00 00 16 00 00 00 02 "
+              "00 00 00 06 00 00 00 02 61 62 "
+              "00 00 00 04 00 00 00 00",
+              "01 00 00 00 02 00 00 00 04 00 61 00 62 00 00 00 00"),
+        forms("FFMSettingsDetail: an int as 64 bits, a bool as a byte", detail,
+              QStringLiteral("<FFMSettingsDetail><GainControlValue>-5</GainControlValue>"
+                             "<AutomaticMeasMode>true</AutomaticMeasMode></FFMSettingsDetail>"),
+              "00 00 00 19 "
+              "88 FA F3 74 00 00 00 08 FF FF FF FF FF FF FF FB "
+              "CB 96 60 10 00 00 00 01 01",
+              "04 40 00 FF FF FF FF FF FF FF FB 01"),
+        forms("FFMSettings: two decimals in the text forms, all bits in the raw form", ffm,
+              QStringLiteral("<FFMSettings><Frequency>97.12</Frequency><AnalogDemod>UNKNOWN</AnalogDemod>"
+                             "</FFMSettings>"),
+              "00 00 00 24 "
+              "2C EE 52 B1 00 00 00 09 00 00 00 05 39 37 2E 31 32 "
+              "A4 0F 4B EA 00 00 00 0B 00 00 00 07 55 4E 4B 4E 4F 57 4E",
+              "03 40 58 47 E6 B3 FE 9F AE 1C"),
+        forms("ReceiverSettings: a member touched through its mutable getter", touched,
+              QStringLiteral("<ReceiverSettings><FFMSettings/></ReceiverSettings>"),
+              "00 00 00 08 06 49 3F 83 00 00 00 00", "02 00 00"),
+        forms("ReceiverSettings: fresh", ReceiverSettings(), QStringLiteral("<ReceiverSettings/>"), "00 00 00 00",
+              "00 00"),
+        forms("SensorSettings: nested object and list items", sensor,
+              QStringLiteral("<SensorSettings><Level>1.00</Level><BandwidthSettings>"
+                             "<BandwidthMethod>OFF</BandwidthMethod><XDBValue>3.00</XDBValue>"
+                             "<BetaValue>0.10</BetaValue></BandwidthSettings><ModulationSettings>"
+                             "<ModulationMethod>AM</ModulationMethod><ModulationValue>30.00</ModulationValue>"
+                             "</ModulationSettings></SensorSettings>"),
+              "00 00 00 76 "
+              "CE 30 14 F1 00 00 00 08 00 00 00 04 31 2E 30 30 "
+              "03 15 7D 3C 00 00 00 2F "
+              "25 8E 1F C8 00 00 00 07 00 00 00 03 4F 46 46 "
+              "8C 3A 0B DB 00 00 00 08 00 00 00 04 33 2E 30 30 "
+              "27 CB B8 15 00 00 00 08 00 00 00 04 30 2E 31 30 "
+              "40 D3 77 88 00 00 00 27 00 00 00 01 00 00 00 1F "
+              "44 66 27 5A 00 00 00 06 00 00 00 02 41 4D "
+              "EF DD 6E E9 00 00 00 09 00 00 00 05 33 30 2E 30 30",
+              "19 3F F0 00 00 00 00 00 00 "
+              "07 00 40 08 00 00 00 00 00 00 3F B9 99 99 A0 00 00 00 "
+              "00 00 00 01 03 00 40 3E 00 00 00 00 00 00"),
+        forms("GPSCSettings: an empty compass, a source of row 0", gpsc,
+              QStringLiteral("<GPSCSettings><Compass/><GPSSource>NONE</GPSSource></GPSCSettings>"),
+              "00 00 00 18 44 69 8F BA 00 00 00 00 43 35 06 49 00 00 00 08 00 00 00 04 4E 4F 4E 45",
+              "0A 00 00"),
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(c.xml.toStdString(), c.expectedXml.toStdString()) << c.what;
+        EXPECT_EQ(c.tagged, c.expectedTagged) << c.what;
+        EXPECT_EQ(c.raw, c.expectedRaw) << c.what;
+    }
+}
+
+TEST(Settings, DVSettingsWritesAllFiveFields)
+{
+    DVSettings dv;
+    EXPECT_FALSE(dv.HasData());
+    EXPECT_EQ(test::xml(dv), QStringLiteral("<DVSettings><DVMode></DVMode><DVTime></DVTime><DVTrace></DVTrace>"
+                                            "<DVTrigger></DVTrigger><DVTriggerTrace></DVTriggerTrace></DVSettings>"));
+    EXPECT_EQ(test::hex(test::tagged(dv)), "00 00 00 3C "
+                                           "02 E1 78 4F 00 00 00 04 FF FF FF FF "
+                                           "A2 AB 7B F5 00 00 00 04 00 00 00 00 "
+                                           "89 1C 6C CE 00 00 00 04 FF FF FF FF "
+                                           "06 D9 D9 29 00 00 00 04 FF FF FF FF "
+                                           "8A 2A BB 78 00 00 00 04 FF FF FF FF");
+    dv.SetValidate(true);
+    expectThrow<OutOfRangeException>([&] { test::xml(dv); }, QStringLiteral("DVSettings: Please set DVMode properly."));
+    expectThrow<OutOfRangeException>([&] { test::tagged(dv); }, QStringLiteral("DVSettings: Please set DVMode properly."));
+
+    // A null date-time sets the field and passes.
+    dv.SetDVMode(QString(QLatin1String("")));
+    dv.SetDVTime(QDateTime());
+    dv.SetDVTrace(QStringLiteral("t"));
+    dv.SetDVTrigger(QStringLiteral("g"));
+    dv.SetDVTriggerTrace(QStringLiteral("gt"));
+    EXPECT_TRUE(dv.HasData());
+    dv.Check();
+
+    // The raw form reads the five values whatever the presence byte says;
+    // HasData asks for the date-time's bit, Check for every bit.
+    QByteArray raw = test::raw(dv);
+    raw[0] = 0;
+    DVSettings back;
+    back.SetValidate(true);
+    test::readRaw(back, raw);
+    EXPECT_EQ(back.GetDVTriggerTrace(), QStringLiteral("gt"));
+    EXPECT_FALSE(back.HasData());
+    EXPECT_TRUE(back.AnyData());
+    expectThrow<OutOfRangeException>([&] { back.Check(); }, QStringLiteral("DVSettings: Please set DVMode properly."));
+}
+
+TEST(Settings, EveryMessageKind)
+{
+    struct Case {
+        const char *kind;
+        std::function<void()> body;
+        QString message;
+    };
+    auto validating = [](auto object) {
+        object.SetValidate(true);
+        return object;
+    };
+    const QString null;
+    const Case cases[] = {
+        // Enumerated setters: class and member, no object name.
+        {"range", [&] { validating(FFMSettingsDetail()).SetAFCValue(2); },
+         QStringLiteral("enum is not valid (classname=FFMSettingsDetail,membername=m_aFCValue)")},
+        {"range", [&] { validating(FFMSettingsDetail()).SetIFPanType(-1); },
+         QStringLiteral("enum is not valid (classname=FFMSettingsDetail,membername=m_iFPanType)")},
+        {"range", [&] { validating(FFMSettings()).SetAnalogDemod(29); },
+         QStringLiteral("enum is not valid (classname=FFMSettings,membername=m_analogDemod)")},
+        {"range", [&] { validating(RecorderSettings()).SetIQRecordState(2); },
+         QStringLiteral("enum is not valid (classname=RecorderSettings,membername=m_iQRecordState)")},
+        {"range", [&] { validating(AudioSettings()).SetAudioFilter(8); },
+         QStringLiteral("enum is not valid (classname=AudioSettings,membername=m_audioFilter)")},
+        {"range", [&] { validating(BandwidthSettings()).SetBandwidthMethod(3); },
+         QStringLiteral("enum is not valid (classname=BandwidthSettings,membername=m_bandwidthMethod)")},
+        {"range", [&] { validating(ModulationSettings()).SetModulationMethod(7); },
+         QStringLiteral("enum is not valid (classname=ModulationSettings,membername=m_modulationMethod)")},
+        {"range", [&] { validating(VideoSettings()).SetVDMode(6); },
+         QStringLiteral("enum is not valid (classname=VideoSettings,membername=m_vDMode)")},
+        {"range", [&] { validating(ScanSettings()).SetMScanMode(8); },
+         QStringLiteral("enum is not valid (classname=ScanSettings,membername=m_mScanMode)")},
+        {"range", [&] { validating(AntennaSettings()).SetMode(2); },
+         QStringLiteral("enum is not valid (classname=AntennaSettings,membername=m_mode)")},
+        {"range", [&] { validating(DFSettings()).SetDFMode(3); },
+         QStringLiteral("enum is not valid (classname=DFSettings,membername=m_dFMode)")},
+        {"range", [&] { validating(GPSCSettings()).SetGPSSource(6); },
+         QStringLiteral("enum is not valid (classname=GPSCSettings,membername=m_gPSSource)")},
+        {"range", [&] { validating(Compass()).SetCompassSource(-1); },
+         QStringLiteral("enum is not valid (classname=Compass,membername=m_compassSource)")},
+        // Null strings: object name in front.
+        {"range", [&] { validating(IQSettings()).SetIQMode(null); },
+         QStringLiteral("IQSettings: Please set IQMode properly (origin: Setter).")},
+        {"range", [&] { validating(DVSettings()).SetDVTriggerTrace(null); },
+         QStringLiteral("DVSettings: Please set DVTriggerTrace properly (origin: Setter).")},
+        {"range", [&] { validating(ModulationSettings()).SetPrefix(null); },
+         QStringLiteral("ModulationSettings: Please set Prefix properly (origin: Setter).")},
+        {"range", [&] { validating(VideoSettings()).SetVDScale(null); },
+         QStringLiteral("VideoSettings: Please set VDScale properly (origin: Setter).")},
+        {"range", [&] { validating(AntennaSettings()).SetDFReference(null); },
+         QStringLiteral("AntennaSettings: Please set DFReference properly (origin: Setter).")},
+        {"range", [&] { validating(DFSettings()).SetCurrentSignalPath(null); },
+         QStringLiteral("DFSettings: Please set CurrentSignalPath properly (origin: Setter).")},
+        {"range", [&] { validating(GPSCSettings()).SetGPSName(null); },
+         QStringLiteral("GPSCSettings: Please set GPSName properly (origin: Setter).")},
+        {"range", [&] { validating(Compass()).SetType(null); },
+         QStringLiteral("Compass: Please set Type properly (origin: Setter).")},
+        // Ranges: the limits in plain form, the object name last.
+        {"range", [&] { validating(BandwidthSettings()).SetXDBValue(40.01f); },
+         QStringLiteral("Parameters for m_xDBValue are not set within range (0, 40) in 'BandwidthSettings'.")},
+        {"range", [&] { validating(BandwidthSettings()).SetBetaValue(0.0f); },
+         QStringLiteral("Parameters for m_betaValue are not set within range (0.1, 100) in 'BandwidthSettings'.")},
+        {"range", [&] { validating(ScanSettings()).SetSearchScanDwellTime(10.01); },
+         QStringLiteral("Parameters for m_searchScanDwellTime are not set within range (-1, 10) in 'ScanSettings'.")},
+        {"range", [&] { validating(ScanSettings()).SetSearchHoldTime(-1.01); },
+         QStringLiteral("Parameters for m_searchHoldTime are not set within range (-1, 10) in 'ScanSettings'.")},
+        {"range", [&] { validating(ScanSettings()).SetMScanDwellTime(std::nan("")); },
+         QStringLiteral("Parameters for m_mScanDwellTime are not set within range (-1, 10) in 'ScanSettings'.")},
+        {"range", [&] { validating(ScanSettings()).SetMScanHoldTime(11); },
+         QStringLiteral("Parameters for m_mScanHoldTime are not set within range (-1, 10) in 'ScanSettings'.")},
+        // Check.
+        {"range", [&] { validating(AntennaSettings()).Check(); },
+         QStringLiteral("AntennaSettings: Please set Antenna properly.")},
+        {"range",
+         [&] {
+             BandwidthSettings b;
+             b.SetBandwidthMethod(0); // OFF still needs both parameters
+             b.Check();
+         },
+         QStringLiteral("BandwidthSettings: Please set XDBValue properly.")},
+        {"range",
+         [&] {
+             Downconverter d;
+             d.SetStartFrequency(1);
+             d.SetStopFrequency(2);
+             AntennaSettings a;
+             a.SetAntenna(QStringLiteral("a"));
+             a.SetDownconverter(d);
+             a.Check();
+         },
+         QStringLiteral("Downconverter: Please set OscFrequency properly.")},
+        {"range", [&] { BearingCorrectionSettings().Check(); },
+         QStringLiteral("BearingCorrectionSettings: Please set FromHeight properly.")},
+        {"range",
+         [&] {
+             DFSettings d;
+             d.SetSignalPath({QStringLiteral("a"), QString()});
+             d.Check();
+         },
+         QStringLiteral("DFSettings: Please set SignalPath properly.")},
+        {"range",
+         [&] {
+             GPSCSettings g;
+             g.GetCompass().SetName(QString());
+             g.Check();
+         },
+         QStringLiteral("Compass: Please set Name properly.")},
+        {"range",
+         [&] {
+             VideoSettings v;
+             v.SetVDDemodulation(QString());
+             v.Check();
+         },
+         QStringLiteral("VideoSettings: Please set VDDemodulation properly.")},
+        {"range",
+         [&] {
+             SensorSettings s;
+             s.GetBandwidthSettings();
+             s.Check();
+         },
+         QStringLiteral("BandwidthSettings: Please set BandwidthMethod properly.")},
+        {"range",
+         [&] {
+             SensorSettings s;
+             s.SetModulationSettings({modulation(0, 1), ModulationSettings()});
+             s.Check();
+         },
+         QStringLiteral("ModulationSettings: Please set ModulationMethod properly.")},
+        {"range",
+         [&] {
+             ReceiverSettings r;
+             r.SetValidate(true);
+             r.GetDVSettings().SetDVMode(QStringLiteral("m"));
+             test::xml(r);
+         },
+         QStringLiteral("DVSettings: Please set DVTime properly.")},
+        // Appending.
+        {"incomplete", [&] { validating(SensorSettings()).AppendModulationSettings(ModulationSettings()); },
+         QStringLiteral("SensorSettings: Tried to append not completely defined or invalid item ModulationSettings.")},
+        {"incomplete", [&] { validating(DFSettings()).AppendSignalPath(null); },
+         QStringLiteral("DFSettings: Tried to append not completely defined or invalid item SignalPath.")},
+        // Empty bools without a default.
+        {"xml",
+         [&] {
+             RecorderSettings r = validating(RecorderSettings());
+             test::readXml(r, QStringLiteral("<RecorderSettings><RecordState/></RecorderSettings>"));
+         },
+         QStringLiteral("Please set a value or a default for the boolean 'RecordState' in 'RecorderSettings'.")},
+        // The length error.
+        {"binary",
+         [&] {
+             ReceiverSettings r;
+             test::readTagged(r, QByteArray::fromHex("0000000906493f8300000000"));
+         },
+         QStringLiteral("ReceiverSettings::SetBinary(...): Length error occurred during processing of binary representation")},
+    };
+    for (const Case &c : cases) {
+        try {
+            c.body();
+            ADD_FAILURE() << "no exception: " << c.message.toStdString();
+        } catch (const QuilletRootException &e) {
+            EXPECT_EQ(e.GetMessage().toStdString(), c.message.toStdString());
+            const std::string kind = dynamic_cast<const OutOfRangeException *>(&e)            ? "range"
+                                     : dynamic_cast<const IncompleteDefinitionException *>(&e) ? "incomplete"
+                                     : dynamic_cast<const InvalidXmlException *>(&e)           ? "xml"
+                                     : dynamic_cast<const BinaryParsingException *>(&e)        ? "binary"
+                                                                                               : "other";
+            EXPECT_EQ(kind, c.kind) << c.message.toStdString();
+        }
+    }
+}
+
+TEST(Settings, EmptyBoolElementsWithAndWithoutDefaults)
+{
+    struct Case {
+        const char *element;
+        bool validate;
+        const char *text;
+        const char *outcome; // "throws", "false" or "true"
+    };
+    const Case cases[] = {
+        {"RecordState", true, "", "throws"},           {"RecordState", false, "", "false"},
+        {"AutomaticMeasMode", true, "", "throws"},     {"AutomaticMeasMode", false, "", "false"},
+        {"MScanSquelchMode", true, "", "throws"},      {"MScanSquelchMode", false, "", "false"},
+        {"GPSCEnable", true, "", "false"},             {"GPSCEnable", false, "", "false"},
+        {"GPSCEnable", true, "TRUE", "true"},          {"GPSCEnable", true, "1", "true"},
+        {"GPSCEnable", true, "off", "true"},           {"GPSCEnable", true, "FALSE", "false"},
+        {"MScanSquelchMode", true, "0", "false"},      {"RecordState", true, "yes", "true"},
+    };
+    for (const Case &c : cases) {
+        const QString element = QString::fromLatin1(c.element);
+        const QString body = QStringLiteral("<%1>%2</%1>").arg(element, QString::fromLatin1(c.text));
+        SCOPED_TRACE(std::string(c.element) + (c.validate ? " validating " : " ") + c.text);
+        auto run = [&](auto object, const QString &name, auto get, auto isSet) {
+            object.SetValidate(c.validate);
+            const QString doc = QStringLiteral("<%1>%2</%1>").arg(name, body);
+            if (std::string(c.outcome) == "throws") {
+                expectThrow<InvalidXmlException>(
+                    [&] { test::readXml(object, doc); },
+                    QStringLiteral("Please set a value or a default for the boolean '%1' in '%2'.").arg(element, name));
+                EXPECT_FALSE(isSet(object));
+                return;
+            }
+            test::readXml(object, doc);
+            EXPECT_TRUE(isSet(object));
+            EXPECT_EQ(get(object), std::string(c.outcome) == "true");
+        };
+        if (element == QLatin1String("RecordState"))
+            run(RecorderSettings(), QStringLiteral("RecorderSettings"),
+                [](RecorderSettings &o) { return o.GetRecordState(); },
+                [](RecorderSettings &o) { return o.IsRecordStateSet(); });
+        else if (element == QLatin1String("AutomaticMeasMode"))
+            run(FFMSettingsDetail(), QStringLiteral("FFMSettingsDetail"),
+                [](FFMSettingsDetail &o) { return o.GetAutomaticMeasMode(); },
+                [](FFMSettingsDetail &o) { return o.IsAutomaticMeasModeSet(); });
+        else if (element == QLatin1String("MScanSquelchMode"))
+            run(ScanSettings(), QStringLiteral("ScanSettings"), [](ScanSettings &o) { return o.GetMScanSquelchMode(); },
+                [](ScanSettings &o) { return o.IsMScanSquelchModeSet(); });
+        else
+            run(GPSCSettings(), QStringLiteral("GPSCSettings"), [](GPSCSettings &o) { return o.GetGPSCEnable(); },
+                [](GPSCSettings &o) { return o.IsGPSCEnableSet(); });
+    }
+}
+
+TEST(Settings, PrefixIsAnAttributeOrAnElement)
+{
+    struct Case {
+        const char *document;
+        bool set;
+        QString prefix;
+    };
+    const Case cases[] = {
+        {"<ModulationSettings><ModulationMethod>AM</ModulationMethod></ModulationSettings>", false,
+         QStringLiteral("Sensor")},
+        {"<ModulationSettings Prefix=\"Rx\"/>", true, QStringLiteral("Rx")},
+        {"<ModulationSettings Prefix=\"\"/>", true, QString(QLatin1String(""))},
+        {"<ModulationSettings><Prefix>Rx</Prefix></ModulationSettings>", true, QStringLiteral("Rx")},
+        {"<ModulationSettings><Prefix/></ModulationSettings>", true, QStringLiteral("Sensor")},
+        {"<ModulationSettings><Prefix></Prefix></ModulationSettings>", true, QStringLiteral("Sensor")},
+        // The attribute is read first, the child element afterwards.
+        {"<ModulationSettings Prefix=\"a\"><Prefix>b</Prefix></ModulationSettings>", true, QStringLiteral("b")},
+    };
+    for (const Case &c : cases) {
+        for (bool validate : {false, true}) {
+            ModulationSettings m;
+            m.SetValidate(validate);
+            test::readXml(m, QString::fromLatin1(c.document));
+            EXPECT_EQ(m.IsPrefixSet(), c.set) << c.document;
+            EXPECT_EQ(m.GetPrefix(), c.prefix) << c.document;
+            EXPECT_FALSE(m.GetPrefix().isNull()) << c.document;
+        }
+    }
+
+    // An empty prefix survives all three forms; an unset one is not written.
+    ModulationSettings empty = modulation(6, -1);
+    empty.SetPrefix(QString(QLatin1String("")));
+    EXPECT_EQ(test::xml(empty), QStringLiteral("<ModulationSettings Prefix=\"\"><ModulationMethod>PM</ModulationMethod>"
+                                               "<ModulationValue>-1.00</ModulationValue></ModulationSettings>"));
+    EXPECT_EQ(test::hex(test::tagged(empty).mid(4, 12)), "62 74 A6 BA 00 00 00 04 00 00 00 00");
+    expectRoundTrip(empty);
+    ModulationSettings fromTagged;
+    test::readTagged(fromTagged, test::tagged(empty));
+    EXPECT_FALSE(fromTagged.GetPrefix().isNull());
+    EXPECT_TRUE(fromTagged.GetPrefix().isEmpty());
+
+    ModulationSettings unset = modulation(6, -1);
+    EXPECT_FALSE(test::xml(unset).contains(QStringLiteral("Prefix")));
+    EXPECT_EQ(test::hex(test::tagged(unset).left(8)), "00 00 00 1F 44 66 27 5A");
+    EXPECT_EQ(test::raw(unset).size(), 1 + 1 + 8);
+    ModulationSettings back;
+    test::readRaw(back, test::raw(unset));
+    EXPECT_EQ(back.GetPrefix(), QStringLiteral("Sensor"));
+    EXPECT_TRUE(back == unset);
+
+    // A null prefix stored with validation off is written as a null text,
+    // which reads back as the empty string.
+    ModulationSettings nullPrefix = modulation(0, 0);
+    nullPrefix.SetValidate(false);
+    nullPrefix.SetPrefix(QString());
+    EXPECT_TRUE(nullPrefix.IsPrefixSet());
+    EXPECT_TRUE(nullPrefix.GetPrefix().isNull());
+    ModulationSettings onlyNull;
+    onlyNull.SetPrefix(QString());
+    EXPECT_FALSE(onlyNull.AnyData()); // the value decides, not the bit
+    expectThrow<OutOfRangeException>([&] { nullPrefix.Check(); },
+                                     QStringLiteral("ModulationSettings: Please set Prefix properly."));
+    nullPrefix.ResetPrefix();
+    EXPECT_EQ(nullPrefix.GetPrefix(), QStringLiteral("Sensor"));
+    EXPECT_FALSE(nullPrefix.IsPrefixSet());
+}
+
+TEST(Settings, FloatRangesAreComparedAsDouble)
+{
+    const float nearestToTenth = 0.1f;
+    ASSERT_GT(double(nearestToTenth), 0.1);
+    struct Case {
+        float value;
+        bool xdb;
+        bool beta;
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const Case cases[] = {
+        {0.0f, true, false},  {40.0f, true, true},   {40.01f, false, true},     {nearestToTenth, true, true},
+        {0.0999f, true, false}, {100.0f, false, true}, {100.01f, false, false}, {-0.0f, true, false},
+        {nan, false, false},
+    };
+    for (const Case &c : cases) {
+        BandwidthSettings b;
+        EXPECT_EQ(b.IsValidXDBValue(c.value), c.xdb) << c.value;
+        EXPECT_EQ(b.IsValidBetaValue(c.value), c.beta) << c.value;
+        b.SetValidate(true);
+        b.SetBandwidthMethod(1);
+        bool threw = false;
+        try {
+            b.SetXDBValue(c.value);
+        } catch (const OutOfRangeException &) {
+            threw = true;
+        }
+        EXPECT_EQ(threw, !c.xdb) << c.value;
+        EXPECT_EQ(b.IsXDBValueSet(), c.xdb) << c.value;
+        threw = false;
+        try {
+            b.SetBetaValue(c.value);
+        } catch (const OutOfRangeException &) {
+            threw = true;
+        }
+        EXPECT_EQ(threw, !c.beta) << c.value;
+        // With validation off the value is stored, and Check reports it.
+        b.SetValidate(false);
+        b.SetXDBValue(1);
+        b.SetBetaValue(c.value);
+        if (c.beta) {
+            b.Check();
+        } else {
+            expectThrow<OutOfRangeException>([&] { b.Check(); },
+                                             QStringLiteral("BandwidthSettings: Please set BetaValue properly."));
+        }
+    }
+    // The text of a float has two decimals and reads back through toFloat.
+    BandwidthSettings b;
+    b.SetBandwidthMethod(2);
+    b.SetXDBValue(3.14159f);
+    b.SetBetaValue(nearestToTenth);
+    BandwidthSettings back;
+    back.SetValidate(true);
+    test::readXml(back, test::xml(b));
+    EXPECT_EQ(back.GetXDBValue(), 3.14f);
+    EXPECT_EQ(back.GetBetaValue(), nearestToTenth);
+    test::readRaw(back, test::raw(b));
+    EXPECT_EQ(back.GetXDBValue(), 3.14159f);
+}
+
+TEST(Settings, ScanTimesShareOneRange)
+{
+    ScanSettings s;
+    s.SetValidate(true);
+    for (double ok : {-1.0, 0.0, 10.0}) {
+        s.SetSearchScanDwellTime(ok);
+        s.SetSearchHoldTime(ok);
+        s.SetMScanDwellTime(ok);
+        s.SetMScanHoldTime(ok);
+    }
+    s.SetStartFrequency(2e9);
+    s.SetStopFrequency(1e9); // start above stop passes
+    s.Check();
+    EXPECT_THROW(s.SetSearchHoldTime(10.01), OutOfRangeException);
+    EXPECT_EQ(s.GetSearchHoldTime(), 10.0); // the refused value changes nothing
+
+    // The raw form stores without a test; Check reports it afterwards.
+    ScanSettings held;
+    held.SetValidate(false);
+    held.SetMScanHoldTime(20);
+    ScanSettings fromRaw;
+    fromRaw.SetValidate(true);
+    test::readRaw(fromRaw, test::raw(held));
+    EXPECT_EQ(fromRaw.GetMScanHoldTime(), 20.0);
+    expectThrow<OutOfRangeException>([&] { fromRaw.Check(); },
+                                     QStringLiteral("ScanSettings: Please set MScanHoldTime properly."));
+    // The tagged form goes through the setter.
+    ScanSettings fromTagged;
+    fromTagged.SetValidate(true);
+    EXPECT_THROW(test::readTagged(fromTagged, test::tagged(held)), OutOfRangeException);
+
+    ScanSettings text;
+    text.SetMScanDwellTime(3.456);
+    EXPECT_EQ(test::xml(text), QStringLiteral("<ScanSettings><MScanDwellTime>3.46</MScanDwellTime></ScanSettings>"));
+}
+
+TEST(Settings, SignalPathIsAListOfStrings)
+{
+    DFSettings d;
+    EXPECT_TRUE(d.HasData());
+    d.SetValidate(true);
+    EXPECT_EQ(test::xml(d), QStringLiteral("<DFSettings/>"));
+    EXPECT_FALSE(d.AnyData());
+
+    // The mutable getter sets the bit: the raw form carries a count of 0,
+    // XML and the tagged form nothing.
+    d.GetSignalPath();
+    EXPECT_TRUE(d.IsSignalPathSet());
+    EXPECT_EQ(test::hex(test::raw(d)), "01 00 00 00 00");
+    EXPECT_EQ(test::hex(test::tagged(d)), "00 00 00 00");
+    d.ResetSignalPath();
+    EXPECT_FALSE(d.IsSignalPathSet());
+    EXPECT_EQ(test::hex(test::raw(d)), "00");
+
+    // Appending asks the base's IsValid; validation off appends anything.
+    d.AppendSignalPath(QStringLiteral("RX ✓"));
+    d.AppendSignalPath(QStringLiteral("RX ✓"));
+    EXPECT_THROW(d.AppendSignalPath(QString()), IncompleteDefinitionException);
+    EXPECT_EQ(d.GetSignalPath().size(), 2);
+    d.SetCurrentSignalPath(QStringLiteral("elsewhere")); // need not be in the list
+    d.Check();
+    d.SetValidate(false);
+    d.AppendSignalPath(QString());
+    EXPECT_EQ(d.GetSignalPath().size(), 3);
+    EXPECT_FALSE(d.IsValidSignalPath(d.GetSignalPath()));
+    EXPECT_TRUE(d.IsValidSignalPath(QVector<QString>()));
+    d.GetSignalPath().removeLast();
+
+    DFSettings fromRaw;
+    test::readRaw(fromRaw, test::raw(d));
+    EXPECT_EQ(fromRaw.GetSignalPath(), d.GetSignalPath());
+    EXPECT_TRUE(fromRaw == d);
+
+    // Reading appends to what the list holds; an empty element appends "".
+    DFSettings twice;
+    const QString doc = QStringLiteral("<DFSettings><SignalPath>a</SignalPath><SignalPath/><CurrentSignalPath/></DFSettings>");
+    test::readXml(twice, doc);
+    test::readXml(twice, doc);
+    ASSERT_EQ(twice.GetSignalPath().size(), 4);
+    EXPECT_FALSE(twice.GetSignalPath().at(1).isNull());
+    EXPECT_TRUE(twice.GetSignalPath().at(1).isEmpty());
+    EXPECT_FALSE(twice.GetCurrentSignalPath().isNull());
+    twice.Check();
+}
+
+TEST(Settings, ModulationListTravelsBySizeInTextAndTaggedForms)
+{
+    SensorSettings s;
+    s.SetValidate(true);
+    s.SetModulationSettings({});
+    EXPECT_TRUE(s.IsModulationSettingsSet());
+    EXPECT_FALSE(s.AnyData());
+    EXPECT_EQ(test::hex(test::raw(s)), "10 00 00 00 00");
+    EXPECT_EQ(test::xml(s), QStringLiteral("<SensorSettings/>"));
+    EXPECT_EQ(test::hex(test::tagged(s)), "00 00 00 00");
+    SensorSettings fromXml, fromTagged, fromRaw;
+    test::readXml(fromXml, test::xml(s));
+    test::readTagged(fromTagged, test::tagged(s));
+    test::readRaw(fromRaw, test::raw(s));
+    EXPECT_FALSE(fromXml.IsModulationSettingsSet());
+    EXPECT_FALSE(fromTagged.IsModulationSettingsSet());
+    EXPECT_TRUE(fromRaw.IsModulationSettingsSet());
+
+    // Incomplete items are taken by the setter, refused by readers that
+    // validate, after the item has been read.
+    // (The tagged form writes an incomplete item's unset method as a null
+    // name, which a validating setter refuses first; an item without records
+    // is made by hand.)
+    s.SetValidate(false);
+    s.SetModulationSettings({modulation(1, 1), ModulationSettings()});
+    test::Records records;
+    records.record(0x40D37788, [](test::Records &v) {
+        v.i32(2).bytes(test::tagged(modulation(1, 1))).i32(0);
+    });
+    const QByteArray tagged = records.object();
+    const QByteArray raw = test::raw(s);
+    for (int form = 0; form < 2; ++form) {
+        SensorSettings reader;
+        reader.SetValidate(true);
+        expectThrow<IncompleteDefinitionException>(
+            [&] { form ? test::readRaw(reader, raw) : test::readTagged(reader, tagged); },
+            QStringLiteral("SensorSettings: Tried to append not completely defined or invalid item ModulationSettings."));
+        EXPECT_EQ(reader.GetModulationSettings().size(), 1) << form;
+        SensorSettings lenient;
+        form ? test::readRaw(lenient, raw) : test::readTagged(lenient, tagged);
+        EXPECT_EQ(lenient.GetModulationSettings().size(), 2) << form;
+    }
+    // Each item reads with the flag of its owner.
+    SensorSettings owner;
+    owner.SetValidate(true);
+    expectThrow<OutOfRangeException>(
+        [&] {
+            test::readXml(owner, QStringLiteral("<SensorSettings><ModulationSettings><ModulationMethod>XM</ModulationMethod>"
+                                                "</ModulationSettings></SensorSettings>"));
+        },
+        QStringLiteral("enum is not valid (classname=ModulationSettings,membername=m_modulationMethod)"));
+}
+
+TEST(Settings, MembersTravelOnlyWhenTheirBitIsOn)
+{
+    ReceiverSettings r;
+    r.SetValidate(true);
+    DVSettings incomplete;
+    incomplete.SetDVMode(QStringLiteral("m"));
+    r.SetDVSettings(incomplete);
+    EXPECT_TRUE(r.HasData());
+    EXPECT_TRUE(r.AnyData());
+    expectThrow<OutOfRangeException>([&] { r.Check(); }, QStringLiteral("DVSettings: Please set DVTime properly."));
+
+    // With its bit off the same member is passed over everywhere.
+    r.ResetDVSettings();
+    r.GetDVSettings().SetDVMode(QStringLiteral("m"));
+    r.ResetDVSettings();
+    r.Check();
+    EXPECT_EQ(test::xml(r), QStringLiteral("<ReceiverSettings/>"));
+
+    // Flag and logger reach the members, present or not.
+    ReceiverSettings flags;
+    flags.GetScanSettings();
+    flags.SetValidate(true);
+    const ReceiverSettings &cflags = flags;
+    EXPECT_TRUE(cflags.GetScanSettings().GetValidate());
+    EXPECT_TRUE(cflags.GetDFSettings().GetValidate());
+    EXPECT_FALSE(cflags.IsDFSettingsSet());
+
+    // Other orders of members in XML read by name, in the tagged form by tag;
+    // an unknown element and an unknown tag are skipped.
+    const ReceiverSettings full = fullSettings();
+    const QString xml = test::xml(full);
+    const int audio = xml.indexOf(QStringLiteral("<AudioSettings>"));
+    const int audioEnd = xml.indexOf(QStringLiteral("</AudioSettings>")) + 16;
+    QString moved = xml;
+    const QString audioText = xml.mid(audio, audioEnd - audio);
+    moved.remove(audio, audioEnd - audio);
+    moved.replace(QStringLiteral("</ReceiverSettings>"),
+                  QStringLiteral("<Stranger><AudioSettings/></Stranger>") + audioText + QStringLiteral("</ReceiverSettings>"));
+    ReceiverSettings fromMoved;
+    fromMoved.SetValidate(true);
+    test::readXml(fromMoved, moved);
+    EXPECT_TRUE(fromMoved == full);
+
+    QByteArray tagged = test::tagged(full);
+    test::Records stranger;
+    stranger.record(0x12345678, [](test::Records &v) { v.text("stranger"); });
+    tagged.insert(4, stranger.data());
+    QDataStream patch(&tagged, QIODevice::ReadWrite);
+    patch << qint32(tagged.size() - 4);
+    ReceiverSettings fromTagged;
+    fromTagged.SetValidate(true);
+    test::readTagged(fromTagged, tagged);
+    EXPECT_TRUE(fromTagged == full);
+
+    // Reset keeps the flag and empties every member.
+    ReceiverSettings reset = full;
+    reset.Reset();
+    EXPECT_TRUE(reset.GetValidate());
+    EXPECT_FALSE(reset.AnyData());
+    EXPECT_EQ(test::hex(test::raw(reset)), "00 00");
+}
+
+TEST(Settings, AntennaAndPositionDepartures)
+{
+    AntennaSettings a;
+    a.SetValidate(true);
+    EXPECT_FALSE(a.HasData());
+    a.SetAntenna(QString(QLatin1String("")));
+    EXPECT_TRUE(a.HasData());
+    a.Check();
+    EXPECT_EQ(test::xml(a), QStringLiteral("<AntennaSettings><Antenna></Antenna></AntennaSettings>"));
+    // A downconverter with two of three fields is passed over while its bit is off.
+    a.SetDownconverter(Downconverter());
+    a.GetDownconverter().SetStartFrequency(1);
+    a.ResetDownconverter();
+    a.Check();
+
+    BearingCorrectionSettings b;
+    b.SetFromHeight(1);
+    b.SetToHeight(2);
+    EXPECT_TRUE(b.HasData());
+    b.Check();
+    EXPECT_EQ(test::hex(test::raw(b)), "06 3F F0 00 00 00 00 00 00 40 00 00 00 00 00 00 00");
+
+    // An empty Compass inside a GPSCSettings passes and writes an empty element.
+    GPSCSettings g;
+    g.SetValidate(true);
+    g.GetCompass();
+    g.Check();
+    EXPECT_FALSE(g.AnyData());
+    g.GetCompass().SetCompassSource(0);
+    EXPECT_TRUE(g.AnyData());
+    EXPECT_EQ(g.GetCompass().GetCompassSourceAsString(), QStringLiteral("NONE"));
+    EXPECT_EQ(g.GetGPSSource(), -1);
+
+    // Empty strings are texts, not nulls.
+    VideoSettings v;
+    test::readXml(v, QStringLiteral("<VideoSettings><VDScale/></VideoSettings>"));
+    EXPECT_TRUE(v.IsVDScaleSet());
+    EXPECT_TRUE(v.AnyData());
+    EXPECT_EQ(test::xml(v), QStringLiteral("<VideoSettings><VDScale></VDScale></VideoSettings>"));
+    v.ResetVDScale();
+    EXPECT_FALSE(v.AnyData());
+
+    IQSettings iq;
+    iq.SetIQMode(QStringLiteral("m"));
+    EXPECT_TRUE(iq.AnyData());
+    iq.ResetIQMode();
+    EXPECT_FALSE(iq.AnyData());
+    iq.SetValidate(true);
+    EXPECT_EQ(test::xml(iq), QStringLiteral("<IQSettings/>"));
+
+    // An unknown name read with validation off: 255 with the bit on.
+    FFMSettings f;
+    test::readXml(f, QStringLiteral("<FFMSettings><AnalogDemod>am</AnalogDemod></FFMSettings>"));
+    EXPECT_TRUE(f.IsAnalogDemodSet());
+    EXPECT_EQ(f.GetAnalogDemod(), -1);
+    expectThrow<OutOfRangeException>([&] { f.Check(); }, QStringLiteral("FFMSettings: Please set AnalogDemod properly."));
+    EXPECT_EQ(test::xml(f), QStringLiteral("<FFMSettings><AnalogDemod></AnalogDemod></FFMSettings>"));
+}
+
+TEST(Settings, EveryClassRoundTrips)
+{
+    SettingsClasses::each([](auto object) {
+        using T = decltype(object);
+        const T filled = example<T>();
+        // The example sets every field of the class.
+        const QByteArray raw = test::raw(filled);
+        const int fields = int(schema::findClass(T::GetStaticObjectName())->fields.size());
+        for (int bit = 0; bit < fields; ++bit)
+            EXPECT_TRUE(raw.at(bit / 8) & (1 << (bit % 8))) << T::GetStaticObjectName().toStdString() << " bit " << bit;
+        expectRoundTrip(filled);
+    });
+    const ReceiverSettings full = fullSettings();
+    full.Check(true);
+    expectRoundTrip(full);
+    expectRoundTrip(full.GetSensorSettings());
+    expectRoundTrip(full.GetDFSettings());
+    // The whole document through the base's operations.
+    ReceiverSettings fromBlock;
+    QByteArray block = full.GetBinaryRepresentationAsQByteArray();
+    fromBlock.SetBinaryRepresentation(block);
+    EXPECT_TRUE(fromBlock == full);
+    ReceiverSettings fromText;
+    fromText.SetXmlString(full.GetXmlString());
+    EXPECT_TRUE(fromText == full);
+    ReceiverSettings copy(full);
+    copy.GetSensorSettings().GetModulationSettings()[1].SetModulationValue(1);
+    EXPECT_FALSE(copy == full);
+    EXPECT_EQ(full.GetSensorSettings().GetModulationSettings().at(1).GetModulationValue(), 75.5);
+}
