@@ -3,6 +3,7 @@
 // table (time per document and per item, ratios, memory and allocations);
 // with --quick it runs only the small documents (for CI).
 #include "baseline.h"
+#include "baseline_capabilities.h"
 #include "documents.h"
 
 #include <halvane/halvane.h>
@@ -145,6 +146,10 @@ bool plainEqual(const baseline::MeasurementResultList &a, const baseline::Measur
 {
     return a == b;
 }
+bool plainEqual(const baseline::Capabilities &a, const baseline::Capabilities &b)
+{
+    return a == b;
+}
 
 // The first change after a copy, the same on both sides.
 void touch(HALVANE::ModeManager &m) { m.SetDualState(1); }
@@ -153,6 +158,8 @@ void touch(HALVANE::Administration &a) { a.GetSensorMetaData().SetOverload(4); }
 void touch(baseline::Administration &a) { a.sensorMetaData.overload = 4; }
 void touch(HALVANE::MeasurementResultList &l) { l.GetMeasurementData()[0].SetInternalKey(1); }
 void touch(baseline::MeasurementResultList &l) { l.measurementData[0].internalKey = 1; }
+void touch(HALVANE::Capabilities &c) { c.GetHardwareOptions().SetGPS(false); }
+void touch(baseline::Capabilities &c) { c.hardwareOptions.gps = false; }
 
 template <class Lib, class Plain>
 void runForm(benchmark::State &state, const std::string &form, bool library, const Lib &lib, const Plain &plain,
@@ -285,6 +292,12 @@ std::vector<Document> makeDocuments(bool quick)
                         static const auto plain = documents::plainAdministration();
                         runForm<HALVANE::Administration, baseline::Administration>(
                             s, form, library, lib, plain, documents::administration, documents::plainAdministration);
+                    }});
+    docs.push_back({"Capabilities", 1, [](benchmark::State &s, const std::string &form, bool library) {
+                        static const auto lib = documents::capabilities();
+                        static const auto plain = documents::plainCapabilities();
+                        runForm<HALVANE::Capabilities, baseline::Capabilities>(
+                            s, form, library, lib, plain, documents::capabilities, documents::plainCapabilities);
                     }});
     std::vector<int> sizes = {1000};
     if (!quick) {
