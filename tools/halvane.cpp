@@ -663,6 +663,10 @@ int main(int argc, char **argv)
         return runPlot(argc, argv);
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments().mid(1);
+    if (args.size() == 1 && args[0] == QLatin1String("--version")) {
+        std::printf("halvane %s (Qt %s)\n", HALVANE::libraryVersion(), qVersion());
+        return 0;
+    }
     if (args.isEmpty() || args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h")) {
         std::printf("%s\n", kUsage);
         return args.isEmpty() ? 2 : 0;
