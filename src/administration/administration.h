@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The vocabulary of a receiver's administration (hardware state, measured quantities per mode, driver model and command, data streams, speed) and the metadata of one sensor quantity.
     Class id 0x68FCE849; XML element "Administration"; 12 fields, presence bits 0 to 11 in field order. */
-class Administration : public QUILLET::IQuilletObject
+class HALVANE_EXPORT Administration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! A lower limit, an upper limit and a step.
     Class id 0xC44D9F13; XML element "MinMaxStep"; 3 fields, presence bits 0 to 2 in field order. */
-class MinMaxStep : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MinMaxStep : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Description of one measured quantity of a sensor, its group, unit, limits and step.
     Class id 0xE8DEFD19; XML element "SensorMetaData"; 8 fields, presence bits 0 to 7 in field order. */
-class SensorMetaData : public QUILLET::IQuilletObject
+class HALVANE_EXPORT SensorMetaData : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The wiring of one antenna: frequencies used, input routes, auxiliary output and receive path.
     Class id 0xEEF21E9F; XML element "AntennaConfiguration"; 9 fields, presence bits 0 to 8 in field order. */
-class AntennaConfiguration : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaConfiguration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

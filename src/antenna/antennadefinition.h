@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The fixed description of one antenna: name, factors, polarisation, frequency range and pattern.
     Class id 0xEF8AF15E; XML element "AntennaDefinition"; 9 fields, presence bits 0 to 8 in field order. */
-class AntennaDefinition : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaDefinition : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The list of antennas of the matrix.
     Class id 0xC11E6925; XML element "AntennaEntries"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaEntries : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaEntries : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

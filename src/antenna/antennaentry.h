@@ -10,7 +10,7 @@ namespace HALVANE {
 
 /*! One antenna of the matrix with its wiring.
     Class id 0xC81B6B84; XML element "AntennaEntry"; 3 fields, presence bits 0 to 2 in field order. */
-class AntennaEntry : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaEntry : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

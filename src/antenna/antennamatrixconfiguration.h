@@ -11,7 +11,7 @@ namespace HALVANE {
 
 /*! The configuration of an antenna matrix: switching state, antennas, timings and receive paths.
     Class id 0x06C818DC; XML element "AntennaMatrixConfiguration"; 11 fields, presence bits 0 to 10 in field order. */
-class AntennaMatrixConfiguration : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaMatrixConfiguration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! A named antenna pattern: a list of curve points.
     Class id 0x2A201FC9; XML element "AntennaPattern"; 2 fields, presence bits 0 to 1 in field order. */
-class AntennaPattern : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaPattern : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! A versioned document of antenna patterns, in list order.
     Class id 0xAE3C1F2C; XML element "AntennaPatterns"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaPatterns : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaPatterns : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! One receive path: its name and the name of its rotor.
     Class id 0xA15AC0A4; XML element "AntennaRxPath"; 3 fields, presence bits 0 to 2 in field order. */
-class AntennaRxPath : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaRxPath : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

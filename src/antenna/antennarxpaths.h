@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The list of receive paths of the matrix.
     Class id 0xAC097249; XML element "AntennaRxPaths"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaRxPaths : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaRxPaths : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

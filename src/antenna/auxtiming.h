@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The switching and guard time of one auxiliary output state.
     Class id 0xECC15DD1; XML element "AuxTiming"; 3 fields, presence bits 0 to 2 in field order. */
-class AuxTiming : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AuxTiming : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The list of timings of the auxiliary output.
     Class id 0x8157C555; XML element "AuxTimings"; 1 field, presence bits 0 to 0 in field order. */
-class AuxTimings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AuxTimings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! One point of an antenna pattern: frequency, attenuation and width.
     Class id 0x87192AF4; XML element "Curve"; 3 fields, presence bits 0 to 2 in field order. */
-class Curve : public QUILLET::IQuilletObject
+class HALVANE_EXPORT Curve : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

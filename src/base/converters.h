@@ -2,11 +2,13 @@
 #ifndef HALVANE_BASE_CONVERTERS_H
 #define HALVANE_BASE_CONVERTERS_H
 
+#include <halvane/export.h>
+
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
 #include <QtCore/QStringView>
 
-class Converters
+class HALVANE_EXPORT Converters
 {
 public:
     /*! Exact text of \a value; ToDateTime(ToString(t)) == t for every valid,

@@ -3,6 +3,8 @@
 #ifndef HALVANE_BASE_QUILLETOBJECT_H
 #define HALVANE_BASE_QUILLETOBJECT_H
 
+#include <halvane/export.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
@@ -22,7 +24,7 @@ namespace QUILLET {
 enum ObjectTypes : quint32 { UnknownObjectType = 0 };
 
 /*! Held and handed on by the data objects; nothing in this library calls it. */
-class Logger
+class HALVANE_EXPORT Logger
 {
 public:
     virtual ~Logger();
@@ -37,7 +39,7 @@ public:
     document operations raise QuilletException when a file cannot be read or
     written, InvalidXmlException for XML that cannot be read (with the line
     and column), BinaryParsingException for a block that cannot. */
-class IQuilletObject
+class HALVANE_EXPORT IQuilletObject
 {
 public:
     IQuilletObject();

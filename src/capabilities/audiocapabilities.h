@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The audio functions of a device.
     Class id 0x28F542D5; XML element "AudioCapabilities"; 3 fields, presence bits 0 to 2 in field order. */
-class AudioCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AudioCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

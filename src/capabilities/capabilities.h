@@ -23,7 +23,7 @@ namespace HALVANE {
 
 /*! What a receiver and its driver can do: fifteen capability objects and seventeen flags of its own.
     Class id 0xE567F511; XML element "Capabilities"; 32 fields, presence bits 0 to 31 in field order. */
-class Capabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT Capabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

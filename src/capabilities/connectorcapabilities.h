@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Which antenna connectors a device has, three for VHF and UHF and three for HF.
     Class id 0x6F200FE5; XML element "ConnectorCapabilities"; 6 fields, presence bits 0 to 5 in field order. */
-class ConnectorCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ConnectorCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

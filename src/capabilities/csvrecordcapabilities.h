@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The places where a CSV recording can be made, in the device or in the software.
     Class id 0xC0ADC5E3; XML element "CSVRecordCapabilities"; 2 fields, presence bits 0 to 1 in field order. */
-class CSVRecordCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT CSVRecordCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

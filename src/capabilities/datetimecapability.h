@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Which clock functions a device supports, one required flag each: the writers leave an unset flag out, the raw reader always reads all eight.
     Class id 0xE63A8D7D; XML element "DateTimeCapability"; 8 fields, presence bits 0 to 7 in field order. */
-class DateTimeCapability : public QUILLET::IQuilletObject
+class HALVANE_EXPORT DateTimeCapability : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The direction-finding functions of a device.
     Class id 0x65C23DB4; XML element "DFCabapilites"; 11 fields, presence bits 0 to 10 in field order. */
-class DFCabapilites : public QUILLET::IQuilletObject
+class HALVANE_EXPORT DFCabapilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The input elements of the fixed-frequency measurement toolbar.
     Class id 0x68375921; XML element "FFMInputToolbarCapabilities"; 8 fields, presence bits 0 to 7 in field order. */
-class FFMInputToolbarCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT FFMInputToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The entries of the file menu; flags without a default.
     Class id 0xE444B389; XML element "FileMenuCapabilites"; 4 fields, presence bits 0 to 3 in field order. */
-class FileMenuCapabilites : public QUILLET::IQuilletObject
+class HALVANE_EXPORT FileMenuCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The functions of the frequency store; flags without a default.
     Class id 0x02F1CBA8; XML element "FrequencyStoreCapabilites"; 8 fields, presence bits 0 to 7 in field order. */
-class FrequencyStoreCapabilites : public QUILLET::IQuilletObject
+class HALVANE_EXPORT FrequencyStoreCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

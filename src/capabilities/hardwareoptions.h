@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The option flags of one device.
     Class id 0x8E7ECC41; XML element "HardwareOptions"; 47 fields, presence bits 0 to 46 in field order. */
-class HardwareOptions : public QUILLET::IQuilletObject
+class HALVANE_EXPORT HardwareOptions : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

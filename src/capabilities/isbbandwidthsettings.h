@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The lowest and highest bandwidth for ISB.
     Class id 0xC1DCC3C4; XML element "ISBBandwidthSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class ISBBandwidthSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ISBBandwidthSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

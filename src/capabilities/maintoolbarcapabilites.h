@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The measurement modes that the main toolbar offers; flags without a default.
     Class id 0x0A0E97E9; XML element "MainToolbarCapabilites"; 12 fields, presence bits 0 to 11 in field order. */
-class MainToolbarCapabilites : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MainToolbarCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

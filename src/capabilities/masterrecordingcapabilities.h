@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The recording functions of a device, with where CSV recordings can be made.
     Class id 0x8A93A4B7; XML element "MasterRecordingCapabilities"; 17 fields, presence bits 0 to 16 in field order. */
-class MasterRecordingCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MasterRecordingCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The network functions of a device.
     Class id 0x8D611B12; XML element "NetworkCapabilities"; 4 fields, presence bits 0 to 3 in field order. */
-class NetworkCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT NetworkCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The PIFPan toolbar, with its one function; a flag without a default.
     Class id 0xADEE1899; XML element "PIFPanToolbarCapabilities"; 1 field, presence bits 0 to 0 in field order. */
-class PIFPanToolbarCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT PIFPanToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The status functions of a device.
     Class id 0xC6178041; XML element "StatusCapabilities"; 2 fields, presence bits 0 to 1 in field order. */
-class StatusCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT StatusCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

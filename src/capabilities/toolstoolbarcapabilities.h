@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The functions of the tools toolbar; flags without a default.
     Class id 0x2310B988; XML element "ToolsToolbarCapabilities"; 4 fields, presence bits 0 to 3 in field order. */
-class ToolsToolbarCapabilities : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ToolsToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

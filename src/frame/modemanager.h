@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The running state of a receiver's mode, its dual state and the mode of the search scan.
     Class id 0xC37A4ADF; XML element "ModeManager"; 3 fields, presence bits 0 to 2 in field order. */
-class ModeManager : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ModeManager : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -10,7 +10,7 @@ namespace HALVANE {
 
 /*! A result for one measurement item, with its mode and state.
     Class id 0x668D69C1; XML element "MeasurementData"; 5 fields, presence bits 0 to 4 in field order. */
-class MeasurementData : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MeasurementData : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

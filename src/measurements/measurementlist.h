@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Which measurement items a receiver is to deliver or record, and whether recording is on.
     Class id 0x2F94692C; XML element "MeasurementList"; 2 fields, presence bits 0 to 1 in field order. */
-class MeasurementList : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MeasurementList : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

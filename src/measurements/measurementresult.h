@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! One result with its time stamp, as a number, as text or both, with a unit.
     Class id 0x8ADE035B; XML element "MeasurementResult"; 4 fields, presence bits 0 to 3 in field order. */
-class MeasurementResult : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MeasurementResult : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The results of one delivery.
     Class id 0x8A479DE2; XML element "MeasurementResultList"; 1 field, presence bits 0 to 0 in field order. */
-class MeasurementResultList : public QUILLET::IQuilletObject
+class HALVANE_EXPORT MeasurementResultList : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Station name and programme identification code from a radio data system decoder.
     Class id 0x8B6638C4; XML element "RDSResult"; 2 fields, presence bits 0 to 1 in field order. */
-class RDSResult : public QUILLET::IQuilletObject
+class HALVANE_EXPORT RDSResult : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The antenna selected for the receiver, its polarisation, mode, downconverter and direction-finder reference.
     Class id 0xEB325F42; XML element "AntennaSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class AntennaSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AntennaSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

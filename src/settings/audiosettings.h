@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Audio format and audio filter of a receiver.
     Class id 0x07A08CBC; XML element "AudioSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class AudioSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT AudioSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

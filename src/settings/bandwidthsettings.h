@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The bandwidth method with its parameters XDBValue and BetaValue, and the measured limits.
     Class id 0xA8473FFD; XML element "BandwidthSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class BandwidthSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT BandwidthSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

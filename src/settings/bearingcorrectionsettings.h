@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! A height range under an identifier, for the correction of bearings.
     Class id 0x4F86A43B; XML element "BearingCorrectionSettings"; 3 fields, presence bits 0 to 2 in field order. */
-class BearingCorrectionSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT BearingCorrectionSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The heading sensor: its name, its type as text, an offset and where it is connected.
     Class id 0x0D101802; XML element "Compass"; 4 fields, presence bits 0 to 3 in field order. */
-class Compass : public QUILLET::IQuilletObject
+class HALVANE_EXPORT Compass : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The direction-finding settings of a receiver: signal paths, the path in use, bandwidth, measurement time, mode, step and span.
     Class id 0xEBF2145C; XML element "DFSettings"; 7 fields, presence bits 0 to 6 in field order. */
-class DFSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT DFSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! A downconverter given by its start, stop and oscillator frequency.
     Class id 0xCD2750A9; XML element "Downconverter"; 3 fields, presence bits 0 to 2 in field order. */
-class Downconverter : public QUILLET::IQuilletObject
+class HALVANE_EXPORT Downconverter : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Mode, time, trace, trigger and trigger trace of digital video data; all five are required.
     Class id 0xE85F620F; XML element "DVSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class DVSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT DVSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Frequency, demodulation and IF bandwidth of fixed-frequency operation, with the detail settings nested.
     Class id 0xCAA321F3; XML element "FFMSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class FFMSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT FFMSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

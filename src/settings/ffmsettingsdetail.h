@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The detailed receiver settings of fixed-frequency operation: BFO, gain, attenuation, AFC, squelch, preselection, detector, measurement, IF pan and IF step.
     Class id 0xE8544372; XML element "FFMSettingsDetail"; 19 fields, presence bits 0 to 18 in field order. */
-class FFMSettingsDetail : public QUILLET::IQuilletObject
+class HALVANE_EXPORT FFMSettingsDetail : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

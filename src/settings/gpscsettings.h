@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Where position and heading come from: a GPS device by name and source, and a compass.
     Class id 0x623A6CBC; XML element "GPSCSettings"; 4 fields, presence bits 0 to 3 in field order. */
-class GPSCSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT GPSCSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! The time and the mode text of IQ data.
     Class id 0x6D4ADB13; XML element "IQSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class IQSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT IQSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! One modulation entry: the method, its value and a prefix text.
     Class id 0x83A03A59; XML element "ModulationSettings"; 3 fields, presence bits 0 to 2 in field order. */
-class ModulationSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ModulationSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

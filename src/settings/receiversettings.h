@@ -20,7 +20,7 @@ namespace HALVANE {
 
 /*! The whole settings document of a receiver: twelve settings objects, each travelling only when its bit is on.
     Class id 0x814D00B5; XML element "ReceiverSettings"; 12 fields, presence bits 0 to 11 in field order. */
-class ReceiverSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ReceiverSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

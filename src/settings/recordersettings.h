@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! What a receiver records, where and how, and the state of its recorder.
     Class id 0x6394D691; XML element "RecorderSettings"; 8 fields, presence bits 0 to 7 in field order. */
-class RecorderSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT RecorderSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

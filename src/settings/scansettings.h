@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Dwell and hold times and modes of the search scan and of the MScan, the MScan's squelch, and start, stop and step frequency.
     Class id 0x2225205E; XML element "ScanSettings"; 10 fields, presence bits 0 to 9 in field order. */
-class ScanSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT ScanSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

@@ -10,7 +10,7 @@ namespace HALVANE {
 
 /*! Level, offset and field strength of a sensor, with its bandwidth settings and any number of modulation entries.
     Class id 0x24A28928; XML element "SensorSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class SensorSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT SensorSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

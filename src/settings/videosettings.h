@@ -9,7 +9,7 @@ namespace HALVANE {
 
 /*! Video mode, video pan span, data format and the texts for demodulation, sideband and scale.
     Class id 0x459314F7; XML element "VideoSettings"; 6 fields, presence bits 0 to 5 in field order. */
-class VideoSettings : public QUILLET::IQuilletObject
+class HALVANE_EXPORT VideoSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.

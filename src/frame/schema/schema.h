@@ -7,6 +7,8 @@
 
 #include "../../base/quilletobject.h"
 
+#include <halvane/export.h>
+
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -22,7 +24,7 @@ enum class Kind { Bool, Int, Int64, Double, Float, String, DateTime, Enum, Neste
 
 /*! "bool", "int", "int64", "double", "float", "string", "datetime", "enum",
     "nested", "list", "stringlist", "enumlist". */
-QString kindName(Kind kind);
+HALVANE_EXPORT QString kindName(Kind kind);
 
 struct Table {
     QStringList columns;        // column names, Name first; "Helpid" last where present
@@ -46,7 +48,7 @@ struct Field {
     Table table;                // enumerated fields and lists of them
 };
 
-struct Class {
+struct HALVANE_EXPORT Class {
     QString name;
     quint32 id = 0;
     bool document = false;      // held by no other class: a document of its own
@@ -75,19 +77,19 @@ struct Class {
 };
 
 /*! Every registered class, ordered by name. */
-const QVector<const Class *> &classes();
-const Class *findClass(const QString &name);
-const Class *findClassById(quint32 id);
+HALVANE_EXPORT const QVector<const Class *> &classes();
+HALVANE_EXPORT const Class *findClass(const QString &name);
+HALVANE_EXPORT const Class *findClassById(quint32 id);
 /*! The classes that have a field with this tag, and the field. */
-QVector<QPair<const Class *, const Field *>> findTag(quint32 tag);
+HALVANE_EXPORT QVector<QPair<const Class *, const Field *>> findTag(quint32 tag);
 
 /*! A fully populated, valid document of the class in its XML form, made
     from the tables: every field set, lists of two items. */
-QString exampleXml(const Class &c);
+HALVANE_EXPORT QString exampleXml(const Class &c);
 
 /*! The table of a class as text, one line per field: the form kept in the
     tests as the reference of every table. */
-QString describe(const Class &c);
+HALVANE_EXPORT QString describe(const Class &c);
 
 } // namespace schema
 } // namespace HALVANE

@@ -38,7 +38,7 @@ struct Value {
 
 /*! Receives the parts of a form in stream order; offsets count from the
     first byte handed to the walk. The default members do nothing. */
-class RecordVisitor
+class HALVANE_EXPORT RecordVisitor
 {
 public:
     virtual ~RecordVisitor();
@@ -64,12 +64,12 @@ public:
 /*! The field records of one object of class \a c in the tagged form (what
     follows its object length), by \a order; with \a c null every record is
     handed over as Bytes. Returns false after a fault. */
-bool walkTagged(const Class *c, const QByteArray &records, QDataStream::ByteOrder order, RecordVisitor &visitor);
+HALVANE_EXPORT bool walkTagged(const Class *c, const QByteArray &records, QDataStream::ByteOrder order, RecordVisitor &visitor);
 
 /*! One object of class \a c in the raw form, as a stream of \a version (the
     layout of Qt 5.2 to 5.15) and \a order reads it. Returns false after a fault; \a end is the offset after the
     object. */
-bool walkRaw(const Class &c, const QByteArray &bytes, int version, QDataStream::ByteOrder order,
+HALVANE_EXPORT bool walkRaw(const Class &c, const QByteArray &bytes, int version, QDataStream::ByteOrder order,
              RecordVisitor &visitor, qint64 *end = nullptr);
 
 } // namespace schema
