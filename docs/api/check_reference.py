@@ -26,7 +26,8 @@ HAND_WRITTEN = {
     "HALVANE::schema::Table": "registry", "HALVANE::schema::Field": "registry", "HALVANE::schema::Class": "registry",
     "HALVANE::schema::Value": "registry", "HALVANE::schema::RecordVisitor": "registry",
 }
-REGISTRY_FUNCTIONS = ["kindName", "classes", "findClass", "findClassById", "findTag", "exampleXml", "describe",
+REGISTRY_FUNCTIONS = ["kindName", "classes", "findClass", "findClassById", "findTag", "exampleXml", "mustBeGiven",
+                      "xmlSchema", "describe",
                       "walkTagged", "walkRaw"]
 
 

@@ -2,6 +2,9 @@
 #include "schema.h"
 
 #include "../frame.h"
+#include "../text/text.h"
+
+#include "../../base/converters.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QSet>
@@ -290,6 +293,45 @@ bool Class::equal(const QUILLET::IQuilletObject &a, const QUILLET::IQuilletObjec
     return frame::equals(frame::Obj{o.desc, o.payload(x), &a}, frame::Obj{o.desc, o.payload(y), &b});
 }
 
+QString Class::readBack(const Field &f, const QString &text) const
+{
+    if (f.bit < 0 || f.bit >= fields.size())
+        return text; // a version: a string
+    const frame::Field &row = static_cast<const frame::ObjectOps *>(ops)->desc->fields[f.bit];
+    switch (f.kind) {
+    case Kind::Bool: {
+        bool value = false;
+        if (text.isEmpty())
+            value = (row.flags & frame::HasDefault) && row.initInt != 0;
+        else
+            value = text.compare(QLatin1String("0"), Qt::CaseInsensitive) != 0
+                    && text.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
+        return value ? QStringLiteral("true") : QStringLiteral("false");
+    }
+    case Kind::String:
+    case Kind::StringList:
+        return text;
+    case Kind::DateTime:
+        return Converters::ToString(Converters::ToDateTime(text));
+    case Kind::Int:
+    case Kind::Int64:
+    case Kind::Double:
+    case Kind::Float:
+    case Kind::Enum:
+    case Kind::EnumList: {
+        frame::ScalarValue value;
+        frame::numberFromText(row, text, value);
+        if ((f.kind == Kind::Enum || f.kind == Kind::EnumList) && (value.e < 0 || value.e >= f.table.rows.size()))
+            return QString();
+        return frame::valueText(row, &value);
+    }
+    case Kind::Nested:
+    case Kind::ObjectList:
+        break;
+    }
+    return QString();
+}
+
 const QVector<const Class *> &classes()
 {
     return registry().sorted;
@@ -348,7 +390,9 @@ QString sampleText(const Field &f, int variant)
     return QString();
 }
 
-void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
+// \a count items in each list of this object; lists of its nested objects
+// take as many, lists inside items two.
+void writeExample(QXmlStreamWriter &w, const Class &c, int depth, int count)
 {
     w.writeStartElement(c.name);
     if (!c.version.isNull())
@@ -363,16 +407,16 @@ void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
         switch (f.kind) {
         case Kind::Nested:
             if (depth < 8)
-                writeExample(w, *findClass(f.itemClass), depth + 1);
+                writeExample(w, *findClass(f.itemClass), depth + 1, count);
             break;
         case Kind::ObjectList:
-            for (int i = 0; i < 2 && depth < 8; ++i)
-                writeExample(w, *findClass(f.itemClass), depth + 1);
+            for (int i = 0; i < count && depth < 8; ++i)
+                writeExample(w, *findClass(f.itemClass), depth + 1, 2);
             break;
         case Kind::StringList:
         case Kind::EnumList:
-            for (int i = 0; i < 2; ++i)
-                w.writeTextElement(f.element, sampleText(f, i));
+            for (int i = 0; i < count; ++i)
+                w.writeTextElement(f.element, sampleText(f, i % 2));
             break;
         case Kind::Bool:
         case Kind::Int:
@@ -393,9 +437,14 @@ void writeExample(QXmlStreamWriter &w, const Class &c, int depth)
 
 QString exampleXml(const Class &c)
 {
+    return exampleXml(c, 2);
+}
+
+QString exampleXml(const Class &c, int count)
+{
     QString text;
     QXmlStreamWriter w(&text);
-    writeExample(w, c, 0);
+    writeExample(w, c, 0, count);
     return text;
 }
 

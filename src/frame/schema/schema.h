@@ -102,6 +102,15 @@ struct HALVANE_EXPORT Class {
     std::unique_ptr<QUILLET::IQuilletObject> copy(const QUILLET::IQuilletObject &object) const;
     /*! As the class's operator==; false when either is not of this class. */
     bool equal(const QUILLET::IQuilletObject &a, const QUILLET::IQuilletObject &b) const;
+    /*! What reading makes of \a text in field \a f of this class (an item,
+        for a list of strings or enumerated values), told as the text that
+        writing gives back: a text that comes back different is one that
+        reading changes or loses. Numbers go through the library's
+        conversions and come back in its text form (a number that is no
+        number as 0), a bool as "true" or "false" (an empty one as its
+        default, or "false"), a date-time through Converters, a string as it
+        is. An enumerated text that names no row comes back null. */
+    QString readBack(const Field &f, const QString &text) const;
 
     const void *ops = nullptr;  ///< the frame's operations of the class
 };
@@ -123,6 +132,27 @@ HALVANE_EXPORT QVector<QPair<const Class *, const Field *>> findTag(quint32 tag)
     from the tables: every field set, lists of two items.
     \ingroup registry */
 HALVANE_EXPORT QString exampleXml(const Class &c);
+/*! The same with \a count items in each list of the document and of its
+    nested objects (lists inside list items keep two), for large documents.
+    \ingroup registry */
+HALVANE_EXPORT QString exampleXml(const Class &c, int count);
+
+/*! A field that a document must give for its object to pass Check: a
+    required scalar or list, or a required nested object whose class has
+    such a field (Check looks into a required nested object even when it was
+    never read).
+    \ingroup registry */
+HALVANE_EXPORT bool mustBeGiven(const Field &f);
+
+/*! An XML Schema (XSD 1.0) of the XML form of every class, each class also
+    as a global element. Numbers and bools are restricted to the texts that
+    reading keeps as they are, enumerated values to their table's names,
+    limits to the field's range. The children of a class stand in any order,
+    as the reader takes them; required ones are required. XSD 1.0 cannot say
+    "any order" of a list beside two or more other children: such a class
+    takes its children in any order and number.
+    \ingroup registry */
+HALVANE_EXPORT QString xmlSchema();
 
 /*! The table of a class as text, one line per field: the form kept in the
     tests as the reference of every table.

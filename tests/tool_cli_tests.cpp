@@ -1,0 +1,317 @@
+// The halvane tool as people use it, run as a program: strict checking with
+// its one-line messages, convert's refusal and --force, exit codes, checked
+// writes, the command line's conventions, JSON, diff, large examples, and
+// the agreement of validate with xmllint on the exported XML Schema.
+#include "support.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QtEndian>
+
+using namespace HALVANE;
+
+namespace {
+
+struct Result {
+    int code;
+    QString out;
+    QString err;
+};
+
+Result run(const QStringList &args, const QByteArray &input = QByteArray(), const QString &stdoutFile = QString())
+{
+    QProcess p;
+    if (!stdoutFile.isEmpty())
+        p.setStandardOutputFile(stdoutFile);
+    p.start(QStringLiteral(HALVANE_TOOL), args);
+    p.waitForStarted();
+    if (!input.isEmpty())
+        p.write(input);
+    p.closeWriteChannel();
+    p.waitForFinished(120000);
+    return Result{p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, QString::fromUtf8(p.readAllStandardOutput()),
+                  QString::fromUtf8(p.readAllStandardError())};
+}
+
+QString example(const QString &name)
+{
+    return QStringLiteral(HALVANE_SOURCE_DIR "/examples/") + name;
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    f.open(QIODevice::ReadOnly);
+    return f.readAll();
+}
+
+class ToolCli : public ::testing::Test
+{
+protected:
+    QTemporaryDir dir;
+
+    QString write(const QString &name, const QByteArray &bytes)
+    {
+        const QString path = dir.filePath(name);
+        QFile f(path);
+        f.open(QIODevice::WriteOnly);
+        f.write(bytes);
+        return path;
+    }
+    // An example with the first text of one element replaced.
+    QString edited(const QString &from, const QString &name, const QByteArray &element, const QByteArray &text)
+    {
+        QByteArray bytes = readAll(example(from));
+        const int open = bytes.indexOf("<" + element + ">") + element.size() + 2;
+        const int close = bytes.indexOf("</" + element + ">", open);
+        return write(name, bytes.replace(open, close - open, text));
+    }
+};
+
+} // namespace
+
+TEST_F(ToolCli, ValidateNamesEveryValueThatReadingChangesByLineAndColumn)
+{
+    struct Case {
+        const char *from, *element, *text, *message;
+        bool lenientOk; // what the library's plain reading says of it
+    };
+    const Case cases[] = {
+        {"MeasurementResultList.xml", "InternalKey", "99999999999",
+         "5:22: MeasurementData.InternalKey: '99999999999' is out of the range of an int, -2147483648 to 2147483647: it reads as 0",
+         true},
+        {"MeasurementResultList.xml", "InternalKey", "abc", "5:22: MeasurementData.InternalKey: 'abc' is not a whole number: it reads as 0", true},
+        {"Administration.xml", "ValueMin", "abc", "13:19: SensorMetaData.ValueMin: 'abc' is not a number: it reads as 0.00", true},
+        {"Administration.xml", "ValueMin", "1e999", "13:19: SensorMetaData.ValueMin: '1e999' is out of the range of a double: it reads as inf", true},
+        {"Administration.xml", "ValueMin", "1.005",
+         "13:19: SensorMetaData.ValueMin: '1.005' has more than the two decimals that the form keeps: it reads as 1.00", true},
+        {"Administration.xml", "MeasurementInvalid", "banana",
+         "16:29: SensorMetaData.MeasurementInvalid: 'banana' is not a bool, true or false: it reads as true", true},
+        {"MeasurementResultList.xml", "TimeStamp", "garbage", "9:24: MeasurementResult.TimeStamp: 'garbage' is not a date-time: it reads as none", true},
+        {"ModeManager.xml", "RunningState", "Maybe", "3:19: ModeManager.RunningState: 'Maybe' is not one of Off, On", false},
+    };
+    for (const Case &c : cases) {
+        const QString file = edited(QString::fromLatin1(c.from), QStringLiteral("case.xml"), c.element, c.text);
+        const Result r = run({QStringLiteral("validate"), file});
+        EXPECT_EQ(r.code, 1) << c.text;
+        EXPECT_EQ(r.out, QString());
+        // One line per value; the example has the value once, or twice for items written alike.
+        const QString line = file + QLatin1Char(':') + QString::fromLatin1(c.message) + QLatin1Char('\n');
+        EXPECT_TRUE(r.err.startsWith(line)) << r.err.toStdString();
+        const Result lenient = run({QStringLiteral("validate"), QStringLiteral("--lenient"), file});
+        EXPECT_EQ(lenient.code, c.lenientOk ? 0 : 1) << c.text << lenient.err.toStdString();
+    }
+    // A syntax error comes before the field errors found ahead of it.
+    const QString both = write(QStringLiteral("both.xml"), "<ModeManager>\n<RunningState>Maybe</RunningState>\n<DualState>On</Dual>");
+    const Result r = run({QStringLiteral("validate"), both});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.err.toStdString(), (both + QStringLiteral(":3:20: Opening and ending tag mismatch.\n") + both
+                                    + QStringLiteral(":2:15: ModeManager.RunningState: 'Maybe' is not one of Off, On\n"))
+                                       .toStdString());
+}
+
+TEST_F(ToolCli, BinaryFormsNameTheByteOffset)
+{
+    // An int record holding more than 32 bits, a double's text that is no number.
+    QByteArray hvb = readAll(example(QStringLiteral("MeasurementResultList.hvb")));
+    const int key = hvb.indexOf(QByteArray::fromHex("ACB208C700000008"));
+    ASSERT_GT(key, 0);
+    qToBigEndian<qint64>(99999999999LL, hvb.data() + key + 8);
+    const int result = hvb.indexOf("12.50");
+    hvb.replace(result, 5, "ab.cd");
+    const QString file = write(QStringLiteral("bad.hvb"), hvb);
+    Result r = run({QStringLiteral("validate"), file});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.err.section(QLatin1Char('\n'), 0, 1),
+              QStringLiteral("%1: at byte %2: MeasurementData.InternalKey: 99999999999 is out of the range of an int, "
+                             "-2147483648 to 2147483647\n%1: at byte %3: MeasurementResult.DoubleResult: 'ab.cd' is not a number: it reads as 0.00")
+                  .arg(file)
+                  .arg(key)
+                  .arg(result - 12));
+
+    // A raw index beyond its table.
+    QByteArray hvr = readAll(example(QStringLiteral("ModeManager.hvr")));
+    hvr[9] = 7;
+    const QString raw = write(QStringLiteral("bad.hvr"), hvr);
+    r = run({QStringLiteral("validate"), raw});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.err, raw + QStringLiteral(": at byte 9: ModeManager.RunningState: 7 is not a row of its table of 2\n"));
+}
+
+TEST_F(ToolCli, ConvertRefusesWhatValidateRefusesUnlessForced)
+{
+    const QString in = edited(QStringLiteral("ModeManager.xml"), QStringLiteral("mode.xml"), "RunningState", "Maybe");
+    const QString out = dir.filePath(QStringLiteral("out.xml"));
+    const Result refused = run({QStringLiteral("convert"), in, out});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err, in + QStringLiteral(":3:19: ModeManager.RunningState: 'Maybe' is not one of Off, On\n"));
+    EXPECT_FALSE(QFile::exists(out));
+    // Forced, it writes what the library reads: the unknown name as an empty element.
+    const Result forced = run({QStringLiteral("convert"), QStringLiteral("--force"), in, out});
+    EXPECT_EQ(forced.code, 0) << forced.err.toStdString();
+    EXPECT_TRUE(readAll(out).contains("<RunningState></RunningState>")) << readAll(out).toStdString();
+    EXPECT_EQ(run({QStringLiteral("validate"), out}).code, 1);
+}
+
+TEST_F(ToolCli, WritesAreCheckedAndErrorsGoToStandardError)
+{
+    const QString xml = example(QStringLiteral("ModeManager.xml"));
+    Result r = run({QStringLiteral("convert"), xml, QStringLiteral("/dev/full"), QStringLiteral("--to=hvb")});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.out, QString());
+    EXPECT_EQ(r.err, QStringLiteral("/dev/full: cannot write: No space left on device\n"));
+    r = run({QStringLiteral("schema"), QStringLiteral("--xsd")}, QByteArray(), QStringLiteral("/dev/full"));
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.err.toStdString(), "halvane: standard output: No space left on device\n");
+    r = run({QStringLiteral("validate"), xml}, QByteArray(), QStringLiteral("/dev/full"));
+    EXPECT_EQ(r.code, 1);
+}
+
+TEST_F(ToolCli, DumpChecksHeadersAndShowsOffsets)
+{
+    for (const QString &name : {QStringLiteral("ModeManager.hvr"), QStringLiteral("ModeManager.xml")}) {
+        const Result r = run({QStringLiteral("dump"), QStringLiteral("--raw-tags"), example(name)});
+        EXPECT_EQ(r.code, 1);
+        EXPECT_EQ(r.err, example(name) + QStringLiteral(": not a binary document (no HVB1 header)\n"));
+    }
+    Result r = run({QStringLiteral("dump"), QStringLiteral("--offsets"), example(QStringLiteral("MeasurementList.hvb"))});
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(r.out.toStdString(), "       4  MeasurementList 0x2F94692C length 59\n"
+                                   "      12    MeasurementItem 0xAF02C080 length 37\n"
+                                   "      20      2 items\n"
+                                   "      24      [0] \"CW_Level\"\n"
+                                   "      40      [1] \"CW_Offset\"\n"
+                                   "      57    RecordingState 0xEDDCC926 length 6\n"
+                                   "      65      \"On\"\n");
+    r = run({QStringLiteral("dump"), QStringLiteral("--raw-tags"), example(QStringLiteral("MeasurementList.hvb"))});
+    EXPECT_EQ(r.out.toStdString(), "0x2F94692C length 59 {\n"
+                                   "  0xAF02C080 length 37: 2 items\n"
+                                   "    [0] length 12: \"CW_Level\"\n"
+                                   "    [1] length 13: \"CW_Offset\"\n"
+                                   "  0xEDDCC926 length 6: \"On\"\n"
+                                   "}\n");
+    QByteArray cut = readAll(example(QStringLiteral("MeasurementList.hvb")));
+    cut.chop(3);
+    r = run({QStringLiteral("dump"), write(QStringLiteral("cut.hvb"), cut)});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.endsWith(QStringLiteral(": the object length 59 runs past the end of the file\n"))) << r.err.toStdString();
+}
+
+TEST_F(ToolCli, CommandLineConventions)
+{
+    // Usage errors: the message, then the usage, on standard error only.
+    for (const QStringList &args : {QStringList{}, QStringList{QStringLiteral("frob")},
+                                    QStringList{QStringLiteral("diff"), QStringLiteral("a.xml")},
+                                    QStringList{QStringLiteral("example"), QStringLiteral("ModeManager"), QStringLiteral("--count=x")}}) {
+        const Result r = run(args);
+        EXPECT_EQ(r.code, 2) << args.join(QLatin1Char(' ')).toStdString();
+        EXPECT_EQ(r.out, QString());
+        EXPECT_TRUE(r.err.contains(QStringLiteral("usage: halvane "))) << r.err.toStdString();
+    }
+    const Result help = run({QStringLiteral("help"), QStringLiteral("convert")});
+    EXPECT_EQ(help.code, 0);
+    EXPECT_TRUE(help.out.startsWith(QStringLiteral("usage: halvane convert IN OUT [--from FORMAT] [--to FORMAT] [--force]\n")));
+    EXPECT_EQ(run({QStringLiteral("convert"), QStringLiteral("--help")}).out, help.out);
+    EXPECT_TRUE(run({QStringLiteral("--help")}).out.contains(QStringLiteral("Exit codes: 0 ")));
+    EXPECT_TRUE(run({QStringLiteral("--version")}).out.startsWith(QStringLiteral("halvane 0.1.0 (Qt ")));
+
+    // Standard input in every form, known by its first bytes; "--" before a name that looks like an option.
+    const QByteArray xml = readAll(example(QStringLiteral("RDSResult.xml")));
+    const QString json = dir.filePath(QStringLiteral("-r.json"));
+    ASSERT_EQ(run({QStringLiteral("convert"), QStringLiteral("--"), example(QStringLiteral("RDSResult.xml")), json}).code, 0);
+    for (const QByteArray &input : {xml, readAll(example(QStringLiteral("RDSResult.hvb"))), readAll(example(QStringLiteral("RDSResult.hvr"))), readAll(json)}) {
+        const Result r = run({QStringLiteral("convert"), QStringLiteral("-"), QStringLiteral("-"), QStringLiteral("--to=xml")}, input);
+        EXPECT_EQ(r.code, 0) << r.err.toStdString();
+        EXPECT_EQ(r.out.toUtf8(), xml);
+    }
+    const Result unknown = run({QStringLiteral("validate"), QStringLiteral("-")}, "garbage");
+    EXPECT_EQ(unknown.code, 2);
+}
+
+TEST_F(ToolCli, JsonRoundTripsEveryExample)
+{
+    for (const QString &name : QDir(example(QString())).entryList({QStringLiteral("*.xml")}, QDir::Files)) {
+        const QString json = dir.filePath(name + QStringLiteral(".json")), back = dir.filePath(name);
+        ASSERT_EQ(run({QStringLiteral("convert"), example(name), json}).code, 0) << name.toStdString();
+        ASSERT_EQ(run({QStringLiteral("convert"), json, back}).code, 0) << name.toStdString();
+        EXPECT_EQ(readAll(back), readAll(example(name))) << name.toStdString();
+    }
+    const Result r = run({QStringLiteral("convert"), example(QStringLiteral("MeasurementList.xml")), QStringLiteral("-"), QStringLiteral("--to"), QStringLiteral("json")});
+    EXPECT_EQ(r.out.toStdString(), "{\n"
+                                   "    \"MeasurementList\": {\n"
+                                   "        \"MeasurementItem\": [\n"
+                                   "            \"CW_Level\",\n"
+                                   "            \"CW_Offset\"\n"
+                                   "        ],\n"
+                                   "        \"RecordingState\": \"On\"\n"
+                                   "    }\n"
+                                   "}\n");
+    // Faults of a JSON document by their path.
+    const QString bad = write(QStringLiteral("bad.json"),
+                              R"({"MeasurementResultList": {"MeasurementData": [{"MeasurementItem": "CW_Level", "Colour": 1,
+                                  "MeasurementResult": {"TimeStamp": "", "DoubleResult": 1.005}}]}})");
+    const Result refused = run({QStringLiteral("validate"), bad});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err, bad + QStringLiteral(": MeasurementData[0].Colour: 'Colour' is not a field of MeasurementData\n") + bad
+                               + QStringLiteral(": MeasurementData[0].MeasurementResult.DoubleResult: '1.005' has more than the two "
+                                                "decimals that the form keeps: it reads as 1.00\n"));
+}
+
+TEST_F(ToolCli, DiffNamesTheFieldsThatDiffer)
+{
+    const QString changed = edited(QStringLiteral("MeasurementList.xml"), QStringLiteral("changed.xml"), "RecordingState", "Off");
+    Result r = run({QStringLiteral("diff"), example(QStringLiteral("MeasurementList.hvb")), changed});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.out, QStringLiteral("RecordingState: On \u2192 Off\n"));
+    QByteArray fewer = readAll(example(QStringLiteral("MeasurementResultList.xml")));
+    fewer.replace(fewer.indexOf("12.50"), 5, "12.75");
+    r = run({QStringLiteral("diff"), example(QStringLiteral("MeasurementResultList.hvr")), write(QStringLiteral("m.xml"), fewer)});
+    EXPECT_EQ(r.out, QStringLiteral("MeasurementData[0].MeasurementResult.DoubleResult: 12.50 \u2192 12.75\n"));
+    EXPECT_EQ(run({QStringLiteral("diff"), example(QStringLiteral("RDSResult.hvb")), example(QStringLiteral("RDSResult.hvr"))}).code, 0);
+    r = run({QStringLiteral("diff"), example(QStringLiteral("RDSResult.xml")), example(QStringLiteral("ModeManager.xml"))});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.out, QStringLiteral("RDSResult \u2192 ModeManager\n"));
+    EXPECT_EQ(run({QStringLiteral("diff"), example(QStringLiteral("RDSResult.xml")), dir.filePath(QStringLiteral("none.xml"))}).code, 2);
+}
+
+TEST_F(ToolCli, ExamplesOfManyItems)
+{
+    const QString big = dir.filePath(QStringLiteral("big.hvb"));
+    ASSERT_EQ(run({QStringLiteral("example"), QStringLiteral("MeasurementResultList"), big, QStringLiteral("--count"), QStringLiteral("300")}).code, 0);
+    EXPECT_EQ(run({QStringLiteral("validate"), big}).code, 0);
+    const Result xml = run({QStringLiteral("convert"), big, QStringLiteral("-"), QStringLiteral("--to=xml")});
+    EXPECT_EQ(xml.out.count(QStringLiteral("<MeasurementData>")), 300);
+    // Lists inside items keep two.
+    const Result matrix = run({QStringLiteral("example"), QStringLiteral("AntennaPatterns"), QStringLiteral("--count=5")});
+    EXPECT_EQ(matrix.out.count(QStringLiteral("<AntennaPattern ")), 5);
+    EXPECT_EQ(matrix.out.count(QStringLiteral("<Curve ")), 10);
+}
+
+TEST_F(ToolCli, ValidateAgreesWithXmllintOnTheExportedSchema)
+{
+    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
+    if (xmllint.isEmpty())
+        GTEST_SKIP() << "xmllint is not installed";
+    const QString xsd = write(QStringLiteral("halvane.xsd"), run({QStringLiteral("schema"), QStringLiteral("--xsd")}).out.toUtf8());
+    QStringList files;
+    const QDir broken(QStringLiteral(HALVANE_SOURCE_DIR "/tests/broken"));
+    for (const QString &name : broken.entryList({QStringLiteral("*.xml")}, QDir::Files))
+        files.append(broken.filePath(name));
+    ASSERT_GE(files.size(), 20);
+    for (const QString &name : QDir(example(QString())).entryList({QStringLiteral("*.xml")}, QDir::Files))
+        files.append(example(name));
+    for (const QString &file : files) {
+        QProcess p;
+        p.start(xmllint, {QStringLiteral("--noout"), QStringLiteral("--schema"), xsd, file});
+        p.waitForFinished(60000);
+        const Result v = run({QStringLiteral("validate"), file});
+        // Broken documents are refused by both, the others ("fine-", examples) taken by both.
+        const bool good = !file.contains(QStringLiteral("/broken/")) || QFileInfo(file).fileName().startsWith(QStringLiteral("fine-"));
+        EXPECT_EQ(p.exitCode() == 0, good) << file.toStdString() << p.readAllStandardError().toStdString();
+        EXPECT_EQ(v.code == 0, good) << file.toStdString() << v.err.toStdString();
+        for (const QString &line : v.err.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+            EXPECT_TRUE(line.startsWith(file + QLatin1Char(':'))) << line.toStdString();
+    }
+}

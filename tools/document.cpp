@@ -1,0 +1,328 @@
+// Files, forms and documents for the tool's commands.
+#include "document.h"
+
+#include <halvane/base/binaryheader.h>
+#include <halvane/base/exceptions.h>
+
+#include <QtCore/QDataStream>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+#include <QtCore/QXmlStreamReader>
+#include <QtCore/QXmlStreamWriter>
+#include <QtCore/QtEndian>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+using namespace HALVANE;
+
+namespace tool {
+
+namespace {
+
+// The raw document file: "HVR1", the class id as big-endian uint32, then the
+// raw form on a big-endian stream of version Qt 5.12.
+constexpr char kRawMagic[4] = {'H', 'V', 'R', '1'};
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+// A failed write to standard output is told once.
+bool g_outFailed = false;
+
+} // namespace
+
+void writeOut(const QByteArray &bytes)
+{
+    errno = 0;
+    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) && !g_outFailed) {
+        g_outFailed = true;
+        throw DocumentError(QStringLiteral("halvane: standard output: %1").arg(systemError()));
+    }
+}
+
+void printOut(const QString &text)
+{
+    writeOut(text.toUtf8());
+}
+
+bool flushOut(QString *message)
+{
+    errno = 0;
+    if ((std::fflush(stdout) == 0 && !std::ferror(stdout)) || g_outFailed)
+        return true;
+    g_outFailed = true;
+    *message = QStringLiteral("halvane: standard output: %1").arg(errno ? systemError() : QStringLiteral("write error"));
+    return false;
+}
+
+void printErr(const QString &line)
+{
+    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+}
+
+QString detectFormat(const QByteArray &bytes)
+{
+    if (bytes.startsWith(QByteArray(QUILLET::kBinaryMagic, 4)))
+        return QStringLiteral("hvb");
+    if (bytes.startsWith(QByteArray(kRawMagic, 4)))
+        return QStringLiteral("hvr");
+    int at = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    while (at < bytes.size() && (bytes[at] == ' ' || bytes[at] == '\t' || bytes[at] == '\n' || bytes[at] == '\r'))
+        ++at;
+    if (at < bytes.size() && bytes[at] == '<')
+        return QStringLiteral("xml");
+    if (at < bytes.size() && bytes[at] == '{')
+        return QStringLiteral("json");
+    return QString();
+}
+
+QString formatOf(const QString &file, const QString &given, const QByteArray *input)
+{
+    QString format = given;
+    if (format.isEmpty()) {
+        if (file == QLatin1String("-")) {
+            if (!input)
+                throw UsageError{QStringLiteral("give --to for standard output"), QString()};
+            format = detectFormat(*input);
+            if (format.isEmpty())
+                throw UsageError{QStringLiteral("standard input is no form that its first bytes show; give --from"), QString()};
+            return format;
+        }
+        format = QFileInfo(file).suffix().toLower();
+    }
+    if (format != QLatin1String("xml") && format != QLatin1String("hvb") && format != QLatin1String("hvr")
+        && format != QLatin1String("json"))
+        throw UsageError{QStringLiteral("%1: unknown format '%2' (xml, hvb, hvr or json)").arg(file, format), QString()};
+    return format;
+}
+
+QByteArray readInput(const QString &file)
+{
+    QFile f;
+    const bool ok = file == QLatin1String("-") ? f.open(stdin, QIODevice::ReadOnly) : (f.setFileName(file), f.open(QIODevice::ReadOnly));
+    if (!ok)
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
+    const QByteArray bytes = f.readAll();
+    if (f.error() != QFileDevice::NoError)
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
+    return bytes;
+}
+
+void writeOutput(const QString &file, const QByteArray &bytes)
+{
+    if (file == QLatin1String("-")) {
+        writeOut(bytes);
+        return;
+    }
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile()) {
+        // A device or a pipe: there is nothing to rename over.
+        QFile f(file);
+        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.flush())
+            throw DocumentError(QStringLiteral("%1: cannot write: %2").arg(file, f.errorString()));
+        return;
+    }
+    // Written to a temporary file and renamed: no partial output is left.
+    QSaveFile f(file);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit())
+        throw DocumentError(QStringLiteral("%1: cannot write: %2").arg(file, f.errorString()));
+}
+
+namespace {
+
+const schema::Class *classOfId(const QString &file, quint32 id)
+{
+    const schema::Class *c = schema::findClassById(id);
+    if (!c)
+        throw DocumentError(QStringLiteral("%1: no class has the id 0x%2").arg(file).arg(id, 8, 16, QLatin1Char('0')));
+    return c;
+}
+
+void loadXml(Document &doc, const QString &file, const QString &text, bool validate)
+{
+    QXmlStreamReader reader(text);
+    if (!reader.readNextStartElement())
+        throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")
+                                .arg(file)
+                                .arg(reader.lineNumber())
+                                .arg(reader.columnNumber())
+                                .arg(reader.hasError() ? reader.errorString() : QStringLiteral("no root element")));
+    const QString root = reader.name().toString();
+    doc.cls = schema::findClass(root);
+    if (!doc.cls)
+        throw DocumentError(QStringLiteral("%1: line %2, column %3: '%4' is not a class of this library")
+                                .arg(file)
+                                .arg(reader.lineNumber())
+                                .arg(reader.columnNumber())
+                                .arg(root));
+    doc.object = doc.cls->create();
+    doc.object->SetValidate(validate);
+    doc.object->SetXmlString(text);
+}
+
+} // namespace
+
+Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate)
+{
+    Document doc;
+    try {
+        if (format == QLatin1String("xml") || format == QLatin1String("json")) {
+            QString text;
+            if (format == QLatin1String("json")) {
+                QStringList problems;
+                text = xmlOfJson(file, bytes, false, problems);
+                if (!problems.isEmpty())
+                    throw DocumentError(problems);
+            } else {
+                text = QString::fromUtf8(bytes);
+            }
+            loadXml(doc, file, text, validate);
+        } else if (format == QLatin1String("hvb")) {
+            if (bytes.size() < 8 || !bytes.startsWith(QByteArray(QUILLET::kBinaryMagic, 4)))
+                throw DocumentError(QStringLiteral("%1: not a binary document (no HVB1 header)").arg(file));
+            doc.cls = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
+            doc.object = doc.cls->create();
+            doc.object->SetValidate(validate);
+            doc.object->SetBinaryRepresentation(bytes);
+        } else {
+            if (bytes.size() < 8 || !bytes.startsWith(QByteArray(kRawMagic, 4)))
+                throw DocumentError(QStringLiteral("%1: not a raw document (no HVR1 header)").arg(file));
+            doc.cls = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
+            doc.object = doc.cls->create();
+            doc.object->SetValidate(validate);
+            QDataStream in(bytes.mid(8));
+            QUILLET::pinStream(in);
+            doc.cls->readRaw(*doc.object, in);
+            if (in.status() != QDataStream::Ok)
+                throw DocumentError(QStringLiteral("%1: the raw form is truncated or corrupt").arg(file));
+            if (!in.atEnd())
+                throw DocumentError(QStringLiteral("%1: bytes left after the raw form").arg(file));
+        }
+    } catch (const QuilletRootException &e) {
+        throw DocumentError(QStringLiteral("%1: %2").arg(file, e.GetMessage()));
+    }
+    return doc;
+}
+
+QByteArray save(const Document &doc, const QString &format)
+{
+    try {
+        if (format == QLatin1String("xml"))
+            return doc.object->GetXmlString().toUtf8();
+        if (format == QLatin1String("hvb"))
+            return doc.object->GetBinaryRepresentationAsQByteArray();
+        if (format == QLatin1String("json"))
+            return jsonOf(treeOf(doc));
+        QByteArray bytes(kRawMagic, 4);
+        bytes.resize(8);
+        qToBigEndian(doc.cls->id, bytes.data() + 4);
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        QUILLET::pinStream(out);
+        out.device()->seek(8);
+        doc.cls->writeRaw(*doc.object, out);
+        return bytes;
+    } catch (const QuilletRootException &e) {
+        throw DocumentError(e.GetMessage());
+    }
+}
+
+// ---- The tree of texts
+
+const Entry *Node::entry(const schema::Field &f) const
+{
+    for (const Entry &e : entries) {
+        if (e.field == &f)
+            return &e;
+    }
+    return nullptr;
+}
+
+namespace {
+
+Node readNode(QXmlStreamReader &r, const schema::Class &c)
+{
+    Node node;
+    node.cls = &c;
+    QVector<Entry> byField(c.fields.size());
+    const auto attributes = r.attributes();
+    for (const QXmlStreamAttribute &a : attributes) {
+        const QString name = a.name().toString();
+        if (!c.version.isNull() && name == c.versionField.element) {
+            node.version = a.value().toString();
+        } else if (const schema::Field *f = c.fieldByElement(name)) {
+            byField[f->bit].field = f;
+            byField[f->bit].texts = QStringList{a.value().toString()};
+        }
+    }
+    while (!r.atEnd()) {
+        r.readNext();
+        if (r.isEndElement())
+            break;
+        if (!r.isStartElement())
+            continue;
+        const schema::Field *f = c.fieldByElement(r.name().toString());
+        if (!f) {
+            r.skipCurrentElement();
+            continue;
+        }
+        Entry &e = byField[f->bit];
+        e.field = f;
+        if (f->kind == schema::Kind::Nested || f->kind == schema::Kind::ObjectList) {
+            e.nodes.append(readNode(r, *schema::findClass(f->itemClass)));
+        } else if (f->kind == schema::Kind::StringList || f->kind == schema::Kind::EnumList) {
+            e.texts.append(r.readElementText());
+        } else {
+            e.texts = QStringList{r.readElementText()};
+        }
+    }
+    for (const Entry &e : byField) {
+        if (e.field)
+            node.entries.append(e);
+    }
+    return node;
+}
+
+void writeNode(QXmlStreamWriter &w, const Node &node)
+{
+    w.writeStartElement(node.cls->name);
+    if (!node.version.isNull())
+        w.writeAttribute(node.cls->versionField.element, node.version);
+    for (const Entry &e : node.entries) {
+        if (e.field->attribute)
+            w.writeAttribute(e.field->element, e.texts.value(0));
+    }
+    for (const Entry &e : node.entries) {
+        if (e.field->attribute)
+            continue;
+        for (const QString &text : e.texts)
+            w.writeTextElement(e.field->element, text);
+        for (const Node &n : e.nodes)
+            writeNode(w, n);
+    }
+    w.writeEndElement();
+}
+
+} // namespace
+
+Node treeOf(const Document &doc)
+{
+    doc.object->SetValidate(false);
+    QXmlStreamReader r(doc.object->GetXmlString());
+    r.readNextStartElement();
+    return readNode(r, *doc.cls);
+}
+
+QString xmlOf(const Node &node)
+{
+    QString text;
+    QXmlStreamWriter w(&text);
+    writeNode(w, node);
+    return text;
+}
+
+} // namespace tool

@@ -1,0 +1,104 @@
+// The tool's reading and writing of documents and files, shared by its
+// commands: the forms by name or by their first bytes, whole-file output,
+// checked writes, and a document as a tree of element texts (the XML form as
+// the library writes it), on which the JSON form and diff are built.
+#ifndef HALVANE_TOOLS_DOCUMENT_H
+#define HALVANE_TOOLS_DOCUMENT_H
+
+#include <halvane/frame/schema/schema.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+#include <memory>
+
+namespace tool {
+
+/*! A wrong command line: exit code 2, with the usage of \a command. */
+struct UsageError {
+    QString message;
+    QString command;
+};
+
+/*! A document that cannot be read or written, or a file that cannot: exit
+    code 1. One line per fault, each a whole message. */
+struct DocumentError {
+    QStringList lines;
+    explicit DocumentError(const QString &line) : lines{line} {}
+    explicit DocumentError(const QStringList &all) : lines(all) {}
+};
+
+/*! Standard output, every write checked: a failure throws a DocumentError
+    with the system's text. */
+void printOut(const QString &text);
+void writeOut(const QByteArray &bytes);
+/*! Flushes standard output; false after a failed write, with the message. */
+bool flushOut(QString *message);
+void printErr(const QString &line);
+
+/*! xml, hvb, hvr or json: given, else by the file's extension; for "-" as
+    input, from the first bytes of \a input. */
+QString formatOf(const QString &file, const QString &given, const QByteArray *input = nullptr);
+/*! The form that the first bytes show, or empty. */
+QString detectFormat(const QByteArray &bytes);
+
+QByteArray readInput(const QString &file);
+/*! Writes the whole file or nothing; "-" is standard output. A device or
+    other file that is not a regular one is written in place. */
+void writeOutput(const QString &file, const QByteArray &bytes);
+
+struct Document {
+    const HALVANE::schema::Class *cls = nullptr;
+    std::unique_ptr<QUILLET::IQuilletObject> object;
+};
+
+/*! Reads a document of any form with the library, validation on or off.
+    Faults are one line each, starting with the file's name. */
+Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate);
+/*! The document in a form, as the library writes it. */
+QByteArray save(const Document &doc, const QString &format);
+
+// ---- A document as a tree of texts
+
+struct Node;
+
+/*! A field that is present: its text (a scalar, an attribute), its items'
+    texts (a list of strings or enumerated values) or its objects (a nested
+    object, a list of objects). */
+struct Entry {
+    const HALVANE::schema::Field *field = nullptr;
+    QStringList texts;
+    QVector<Node> nodes;
+};
+
+struct Node {
+    const HALVANE::schema::Class *cls = nullptr;
+    QString version; // of a versioned document; null when it has none
+    QVector<Entry> entries; // in field order
+    const Entry *entry(const HALVANE::schema::Field &f) const;
+};
+
+/*! The tree of a document's XML form as the library writes it. */
+Node treeOf(const Document &doc);
+/*! The XML text of a tree, for the library to read. */
+QString xmlOf(const Node &node);
+
+// ---- JSON (json.cpp)
+
+/*! The JSON form of a tree: {"Class": {...}}. */
+QByteArray jsonOf(const Node &node);
+/*! The XML text of a JSON document; \a problems gets one line per value that
+    reading would change or lose when \a strict, and per key or value that
+    has no place in the class in any case. */
+QString xmlOfJson(const QString &file, const QByteArray &bytes, bool strict, QStringList &problems);
+
+// ---- diff (diff.cpp)
+
+/*! One line per field path whose text differs, "path: a → b". */
+QStringList differences(const Node &a, const Node &b);
+
+} // namespace tool
+
+#endif
