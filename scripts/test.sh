@@ -3,8 +3,9 @@
 # under AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests
 # under ThreadSanitizer, a short run of each fuzz target with the corpus and
 # findings replayed, the suite against Qt 6, documents exchanged between the
-# Qt 5 and Qt 6 builds, and an outside project built against each installed
-# package.
+# Qt 5 and Qt 6 builds, the API reference, and the Debian packages of both
+# builds installed side by side and used by an outside project with CMake and
+# with pkg-config.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh clang libclang-rt-14-dev
@@ -53,11 +54,36 @@ rm -rf build-test/cross-qt5 build-qt6/cross-qt6
 ./build-qt6/tools/halvane-crossversion check build-test/cross-qt5
 ./build-test/tools/halvane-crossversion check build-qt6/cross-qt6
 
-echo "== Installed package used by an outside project (Qt 5 and Qt 6)"
+echo "== API reference (Doxygen; a warning fails it)"
+cmake --build build-test --target docs
+
+echo "== Debian packages of the Qt 5 and Qt 6 builds, installed side by side and used by an outside project"
+packages=()
 for build in build-test build-qt6; do
-  rm -rf "$build/_install" "$build-consumer"
-  cmake --install "$build" --prefix "$build/_install" >/dev/null
-  cmake -S tests/consumer -B "$build-consumer" -G Ninja -DCMAKE_PREFIX_PATH="$PWD/$build/_install" >/dev/null
-  cmake --build "$build-consumer" --parallel "$jobs"
-  "./$build-consumer/consumer"
+  rm -rf "$build/packages"
+  (cd "$build" && cpack -G DEB >/dev/null)
+  for deb in "$build"/packages/*.deb; do
+    packages+=("$(dpkg-deb -f "$deb" Package)")
+  done
 done
+remove_packages() { apt-get remove -y -qq --purge "${packages[@]}" >/dev/null; }
+trap remove_packages EXIT
+apt-get install -y -qq --no-install-recommends ./build-test/packages/*.deb ./build-qt6/packages/*.deb >/dev/null
+for variant in Halvane:halvane HalvaneQt6:halvane-qt6; do
+  package=${variant%%:*} module=${variant##*:}
+  rm -rf "build-consumer-$module"
+  cmake -S tests/consumer -B "build-consumer-$module" -G Ninja -DHALVANE_PACKAGE="$package" >/dev/null
+  cmake --build "build-consumer-$module" --parallel "$jobs"
+  "./build-consumer-$module/consumer"
+  # The same program built with nothing but pkg-config's flags.
+  g++ -std=c++17 tests/consumer/main.cpp $(pkg-config --cflags --libs "$module") -o "build-consumer-$module/consumer-pkg-config"
+  "./build-consumer-$module/consumer-pkg-config"
+done
+"$(command -v halvane)" --version
+"$(command -v halvane-qt6)" --version
+remove_packages
+trap - EXIT
+
+echo "== Sources added by an outside project: no tests, tools or benchmark, so no GoogleTest or Google Benchmark"
+rm -rf build-consumer-subdirectory
+cmake -S tests/consumer -B build-consumer-subdirectory -G Ninja -DHALVANE_SOURCE_DIR="$PWD" >/dev/null

@@ -3,6 +3,8 @@
 #ifndef HALVANE_HALVANE_H
 #define HALVANE_HALVANE_H
 
+#include <halvane/version.h>
+
 #include "base/converters.h"
 #include "base/exceptions.h"
 #include "base/quilletobject.h"

@@ -68,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- List: nested MeasurementResultList, element "MeasurementResultList", tag 0x00000201, required.
+    /// \name List
+    /// Nested MeasurementResultList, element "MeasurementResultList", tag 0x00000201, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsListSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -81,8 +83,11 @@ public:
     void SetList(const MeasurementResultList &value);
     /// Always true.
     bool IsValidList(const MeasurementResultList &value) const;
+    //@}
 
-    // ---- Items: list of MeasurementList, element "MeasurementList", tag 0x00000202, required.
+    /// \name Items
+    /// List of MeasurementList, element "MeasurementList", tag 0x00000202, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsItemsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -101,6 +106,7 @@ public:
     bool IsValidItems(const MeasurementList &item) const;
     /// True when every item is valid.
     bool IsValidItems(const QVector<MeasurementList> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

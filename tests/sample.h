@@ -68,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- index: int, attribute "index" (also read as an element), tag 0x2128394B, optional, initial 0, no default.
+    /// \name index
+    /// Int, attribute "index" (also read as an element), tag 0x2128394B, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsindexSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -81,8 +83,11 @@ public:
     int GetDefaultindex() const;
     /// True when the setter accepts the value; always true.
     bool IsValidindex(const int &value) const;
+    //@}
 
-    // ---- Enabled: bool, element "Enabled", tag 0x00000102, optional, default true.
+    /// \name Enabled
+    /// Bool, element "Enabled", tag 0x00000102, optional, default true.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsEnabledSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -93,8 +98,11 @@ public:
     void SetEnabled(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultEnabled() const;
+    //@}
 
-    // ---- Strict: bool, element "Strict", tag 0x00000103, optional, initial false, no default.
+    /// \name Strict
+    /// Bool, element "Strict", tag 0x00000103, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStrictSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -105,8 +113,11 @@ public:
     void SetStrict(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultStrict() const;
+    //@}
 
-    // ---- Count: int, element "Count", tag 0x00000104, optional, range -1 to 10, initial 0, no default.
+    /// \name Count
+    /// Int, element "Count", tag 0x00000104, optional, range -1 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCountSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -119,8 +130,11 @@ public:
     int GetDefaultCount() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidCount(const int &value) const;
+    //@}
 
-    // ---- Big: 64-bit int, element "Big", tag 0x00000105, optional, initial 0, no default.
+    /// \name Big
+    /// 64-bit int, element "Big", tag 0x00000105, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBigSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -133,8 +147,11 @@ public:
     qint64 GetDefaultBig() const;
     /// True when the setter accepts the value; always true.
     bool IsValidBig(const qint64 &value) const;
+    //@}
 
-    // ---- Level: double, element "Level", tag 0xCE3014F1, optional, range 0.1 to 100, default 1.
+    /// \name Level
+    /// Double, element "Level", tag 0xCE3014F1, optional, range 0.1 to 100, default 1.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLevelSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -147,8 +164,11 @@ public:
     double GetDefaultLevel() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidLevel(const double &value) const;
+    //@}
 
-    // ---- Gain: float, element "Gain", tag 0x00000107, optional, initial 0, no default.
+    /// \name Gain
+    /// Float, element "Gain", tag 0x00000107, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGainSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -161,8 +181,11 @@ public:
     float GetDefaultGain() const;
     /// True when the setter accepts the value; always true.
     bool IsValidGain(const float &value) const;
+    //@}
 
-    // ---- Label: string, element "Label", tag 0x00000108, optional, default "none".
+    /// \name Label
+    /// String, element "Label", tag 0x00000108, optional, default "none".
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLabelSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -175,8 +198,11 @@ public:
     QString GetDefaultLabel() const;
     /// True unless the string is null.
     bool IsValidLabel(const QString &value) const;
+    //@}
 
-    // ---- When: date-time, element "When", tag 0x00000109, optional.
+    /// \name When
+    /// Date-time, element "When", tag 0x00000109, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWhenSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -191,8 +217,11 @@ public:
     QDateTime GetDefaultWhen() const;
     /// Always true.
     bool IsValidWhen(const QDateTime &value) const;
+    //@}
 
-    // ---- Mode: enumerated, element "Mode", tag 0x8DC1F911, optional, default 1 ("Fast"), table Mode (3 rows: Name).
+    /// \name Mode
+    /// Enumerated, element "Mode", tag 0x8DC1F911, optional, default 1 ("Fast"), table Mode (3 rows: Name).
+    //@{
     /// Row index into the Mode table; 255 (-1) is invalid.
     typedef qint8 Mode;
     /// True when the field is set; creates no payload.
@@ -219,8 +248,11 @@ public:
     static QStringList GetModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIModes();
+    //@}
 
-    // ---- MinMaxStep: nested MinMaxStep, element "MinMaxStep", tag 0xC693EC10, optional.
+    /// \name MinMaxStep
+    /// Nested MinMaxStep, element "MinMaxStep", tag 0xC693EC10, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMinMaxStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -233,8 +265,11 @@ public:
     void SetMinMaxStep(const MinMaxStep &value);
     /// Always true.
     bool IsValidMinMaxStep(const MinMaxStep &value) const;
+    //@}
 
-    // ---- Results: list of RDSResult, element "RDSResult", tag 0x0000010C, optional.
+    /// \name Results
+    /// List of RDSResult, element "RDSResult", tag 0x0000010C, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsResultsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -253,8 +288,11 @@ public:
     bool IsValidResults(const RDSResult &item) const;
     /// True when every item is valid.
     bool IsValidResults(const QVector<RDSResult> &items) const;
+    //@}
 
-    // ---- Path: list of strings, element "Path", tag 0x0000010D, optional.
+    /// \name Path
+    /// List of strings, element "Path", tag 0x0000010D, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPathSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -273,8 +311,11 @@ public:
     bool IsValidPath(const QVector<QString> &items) const;
     /// A null string: list items have no default.
     QString GetDefaultPath() const;
+    //@}
 
-    // ---- Choices: list of enumerated items, element "Choices", tag 0x0000010E, optional, table Choices (3 rows: Name).
+    /// \name Choices
+    /// List of enumerated items, element "Choices", tag 0x0000010E, optional, table Choices (3 rows: Name).
+    //@{
     /// Row index into the Choices table; 255 (-1) is invalid.
     typedef qint8 Choices;
     /// True when the field is set; creates no payload.
@@ -305,6 +346,7 @@ public:
     static QStringList GetChoicess();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIChoicess();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

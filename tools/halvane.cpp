@@ -413,7 +413,7 @@ int main(int argc, char **argv)
             return finish(0);
         }
         if (first == QLatin1String("--version")) {
-            printOut(QStringLiteral("halvane %1 (Qt %2)\n").arg(QStringLiteral(HALVANE_VERSION), QLatin1String(qVersion())));
+            printOut(QStringLiteral("halvane %1 (Qt %2)\n").arg(QLatin1String(HALVANE::libraryVersion()), QLatin1String(qVersion())));
             return finish(0);
         }
         const Command *command = findCommand(first);

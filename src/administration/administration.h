@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The vocabulary of a receiver's administration (hardware state, measured quantities per mode, driver model and command, data streams, speed) and the metadata of one sensor quantity.
-    Class id 0x68FCE849; XML element "Administration"; 12 fields, presence bits 0 to 11 in field order. */
-class Administration : public QUILLET::IQuilletObject
+    Class id 0x68FCE849; XML element "Administration"; 12 fields, presence bits 0 to 11 in field order.
+    \ingroup administration */
+class HALVANE_EXPORT Administration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -69,46 +70,48 @@ public:
 
     /// A row of the CW table.
     struct structADMCW {
-        QString Name;
-        QString Selflag;
-        QString Guiname;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Selflag; ///< The Selflag column.
+        QString Guiname; ///< The Guiname column.
     };
 
     /// A row of the DriverType table.
     struct structADMDriverType {
-        QString Name;
-        int Helpid;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        int Helpid; ///< The Helpid, a number of the host application's help.
     };
 
     /// A row of the IFPan table.
     struct structADMIFPan {
-        QString Name;
-        QString Selflag;
-        QString Guiname;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Selflag; ///< The Selflag column.
+        QString Guiname; ///< The Guiname column.
     };
 
     /// A row of the DF table.
     struct structADMDF {
-        QString Name;
-        QString Selflag;
-        QString Guiname;
-        QString Itemname;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Selflag; ///< The Selflag column.
+        QString Guiname; ///< The Guiname column.
+        QString Itemname; ///< The Itemname column.
     };
 
     /// A row of the General table.
     struct structADMGeneral {
-        QString Name;
-        QString Selflag;
-        QString Guiname;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Selflag; ///< The Selflag column.
+        QString Guiname; ///< The Guiname column.
     };
 
     /// A row of the MassDataStreams table.
     struct structADMMassDataStreams {
-        QString Name;
-        QString Tag;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Tag; ///< The Tag column.
     };
 
-    // ---- HardwareStatus: enumerated, element "HardwareStatus", tag 0x4A9D9E6D, required, initial 255, no default, table HardwareStatus (7 rows: Name).
+    /// \name HardwareStatus
+    /// Enumerated, element "HardwareStatus", tag 0x4A9D9E6D, required, initial 255, no default, table HardwareStatus (7 rows: Name).
+    //@{
     /// Row index into the HardwareStatus table; 255 (-1) is invalid.
     typedef qint8 HardwareStatus;
     /// True when the field is set; creates no payload.
@@ -135,8 +138,11 @@ public:
     static QStringList GetHardwareStatuss();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIHardwareStatuss();
+    //@}
 
-    // ---- CW: enumerated, element "CW", tag 0x09424B7A, required, initial 255, no default, table CW (11 rows: Name, Selflag, Guiname).
+    /// \name CW
+    /// Enumerated, element "CW", tag 0x09424B7A, required, initial 255, no default, table CW (11 rows: Name, Selflag, Guiname).
+    //@{
     /// Row index into the CW table; 255 (-1) is invalid.
     typedef qint8 CW;
     /// True when the field is set; creates no payload.
@@ -169,8 +175,11 @@ public:
     static QString CWToGuiname(const CW &value);
     /// The first row whose Guiname is the text; 255 when none is.
     static CW GuinameToCW(const QString &text);
+    //@}
 
-    // ---- SensorMetaData: nested SensorMetaData, element "SensorMetaData", tag 0x07DACADD, required.
+    /// \name SensorMetaData
+    /// Nested SensorMetaData, element "SensorMetaData", tag 0x07DACADD, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSensorMetaDataSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -183,8 +192,11 @@ public:
     void SetSensorMetaData(const SensorMetaData &value);
     /// Always true.
     bool IsValidSensorMetaData(const SensorMetaData &value) const;
+    //@}
 
-    // ---- DriverType: enumerated, element "DriverType", tag 0x847224C8, required, initial 255, no default, table DriverType (34 rows: Name, Helpid).
+    /// \name DriverType
+    /// Enumerated, element "DriverType", tag 0x847224C8, required, initial 255, no default, table DriverType (34 rows: Name, Helpid).
+    //@{
     /// Row index into the DriverType table; 255 (-1) is invalid.
     typedef qint8 DriverType;
     /// True when the field is set; creates no payload.
@@ -213,8 +225,11 @@ public:
     int DriverTypeToHelpid(const DriverType &value) const;
     /// The first row with that Helpid; 255 when none has it.
     static DriverType HelpidToDriverType(const int &helpid);
+    //@}
 
-    // ---- DrvCommands: enumerated, element "DrvCommands", tag 0xC62F03F7, required, initial 255, no default, table DrvCommands (39 rows: Name).
+    /// \name DrvCommands
+    /// Enumerated, element "DrvCommands", tag 0xC62F03F7, required, initial 255, no default, table DrvCommands (39 rows: Name).
+    //@{
     /// Row index into the DrvCommands table; 255 (-1) is invalid.
     typedef qint8 DrvCommands;
     /// True when the field is set; creates no payload.
@@ -241,8 +256,11 @@ public:
     static QStringList GetDrvCommandss();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIDrvCommandss();
+    //@}
 
-    // ---- RDSState: enumerated, element "RDSState", tag 0x84B421D9, required, initial 255, no default, table RDSState (3 rows: Name).
+    /// \name RDSState
+    /// Enumerated, element "RDSState", tag 0x84B421D9, required, initial 255, no default, table RDSState (3 rows: Name).
+    //@{
     /// Row index into the RDSState table; 255 (-1) is invalid.
     typedef qint8 RDSState;
     /// True when the field is set; creates no payload.
@@ -269,8 +287,11 @@ public:
     static QStringList GetRDSStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRDSStates();
+    //@}
 
-    // ---- ClearGroup: enumerated, element "ClearGroup", tag 0x0C5A9CDD, required, initial 255, no default, table ClearGroup (2 rows: Name).
+    /// \name ClearGroup
+    /// Enumerated, element "ClearGroup", tag 0x0C5A9CDD, required, initial 255, no default, table ClearGroup (2 rows: Name).
+    //@{
     /// Row index into the ClearGroup table; 255 (-1) is invalid.
     typedef qint8 ClearGroup;
     /// True when the field is set; creates no payload.
@@ -297,8 +318,11 @@ public:
     static QStringList GetClearGroups();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIClearGroups();
+    //@}
 
-    // ---- IFPan: enumerated, element "IFPan", tag 0x820A8C66, required, initial 255, no default, table IFPan (4 rows: Name, Selflag, Guiname).
+    /// \name IFPan
+    /// Enumerated, element "IFPan", tag 0x820A8C66, required, initial 255, no default, table IFPan (4 rows: Name, Selflag, Guiname).
+    //@{
     /// Row index into the IFPan table; 255 (-1) is invalid.
     typedef qint8 IFPan;
     /// True when the field is set; creates no payload.
@@ -331,8 +355,11 @@ public:
     static QString IFPanToGuiname(const IFPan &value);
     /// The first row whose Guiname is the text; 255 when none is.
     static IFPan GuinameToIFPan(const QString &text);
+    //@}
 
-    // ---- DF: enumerated, element "DF", tag 0x2ECD1629, required, initial 255, no default, table DF (8 rows: Name, Selflag, Guiname, Itemname).
+    /// \name DF
+    /// Enumerated, element "DF", tag 0x2ECD1629, required, initial 255, no default, table DF (8 rows: Name, Selflag, Guiname, Itemname).
+    //@{
     /// Row index into the DF table; 255 (-1) is invalid.
     typedef qint8 DF;
     /// True when the field is set; creates no payload.
@@ -369,8 +396,11 @@ public:
     static QString DFToItemname(const DF &value);
     /// The first row whose Itemname is the text; 255 when none is.
     static DF ItemnameToDF(const QString &text);
+    //@}
 
-    // ---- General: enumerated, element "General", tag 0x67D29DAB, required, initial 255, no default, table General (2 rows: Name, Selflag, Guiname).
+    /// \name General
+    /// Enumerated, element "General", tag 0x67D29DAB, required, initial 255, no default, table General (2 rows: Name, Selflag, Guiname).
+    //@{
     /// Row index into the General table; 255 (-1) is invalid.
     typedef qint8 General;
     /// True when the field is set; creates no payload.
@@ -403,8 +433,11 @@ public:
     static QString GeneralToGuiname(const General &value);
     /// The first row whose Guiname is the text; 255 when none is.
     static General GuinameToGeneral(const QString &text);
+    //@}
 
-    // ---- MassDataStreams: enumerated, element "MassDataStreams", tag 0x22950530, required, initial 255, no default, table MassDataStreams (17 rows: Name, Tag).
+    /// \name MassDataStreams
+    /// Enumerated, element "MassDataStreams", tag 0x22950530, required, initial 255, no default, table MassDataStreams (17 rows: Name, Tag).
+    //@{
     /// Row index into the MassDataStreams table; 255 (-1) is invalid.
     typedef qint8 MassDataStreams;
     /// True when the field is set; creates no payload.
@@ -433,8 +466,11 @@ public:
     static QString MassDataStreamsToTag(const MassDataStreams &value);
     /// The first row whose Tag is the text; 255 when none is.
     static MassDataStreams TagToMassDataStreams(const QString &text);
+    //@}
 
-    // ---- Speed: enumerated, element "Speed", tag 0x6C209A63, required, initial 255, no default, table Speed (4 rows: Name).
+    /// \name Speed
+    /// Enumerated, element "Speed", tag 0x6C209A63, required, initial 255, no default, table Speed (4 rows: Name).
+    //@{
     /// Row index into the Speed table; 255 (-1) is invalid.
     typedef qint8 Speed;
     /// True when the field is set; creates no payload.
@@ -461,6 +497,7 @@ public:
     static QStringList GetSpeeds();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUISpeeds();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! A lower limit, an upper limit and a step.
-    Class id 0xC44D9F13; XML element "MinMaxStep"; 3 fields, presence bits 0 to 2 in field order. */
-class MinMaxStep : public QUILLET::IQuilletObject
+    Class id 0xC44D9F13; XML element "MinMaxStep"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup administration */
+class HALVANE_EXPORT MinMaxStep : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Min: double, element "Min", tag 0x4ECB4E58, required, initial 0, no default.
+    /// \name Min
+    /// Double, element "Min", tag 0x4ECB4E58, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMinSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultMin() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMin(const double &value) const;
+    //@}
 
-    // ---- Max: double, element "Max", tag 0x6E8DD7F5, required, initial 0, no default.
+    /// \name Max
+    /// Double, element "Max", tag 0x6E8DD7F5, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMaxSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultMax() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMax(const double &value) const;
+    //@}
 
-    // ---- Step: double, element "Step", tag 0x0BB0BDA2, required, initial 0, no default.
+    /// \name Step
+    /// Double, element "Step", tag 0x0BB0BDA2, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     double GetDefaultStep() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStep(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Description of one measured quantity of a sensor, its group, unit, limits and step.
-    Class id 0xE8DEFD19; XML element "SensorMetaData"; 8 fields, presence bits 0 to 7 in field order. */
-class SensorMetaData : public QUILLET::IQuilletObject
+    Class id 0xE8DEFD19; XML element "SensorMetaData"; 8 fields, presence bits 0 to 7 in field order.
+    \ingroup administration */
+class HALVANE_EXPORT SensorMetaData : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Group: string, element "Group", tag 0x02786BC3, required, initial null, no default.
+    /// \name Group
+    /// String, element "Group", tag 0x02786BC3, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGroupSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     QString GetDefaultGroup() const;
     /// True unless the string is null.
     bool IsValidGroup(const QString &value) const;
+    //@}
 
-    // ---- Unit: string, element "Unit", tag 0x88871B46, required, initial null, no default.
+    /// \name Unit
+    /// String, element "Unit", tag 0x88871B46, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsUnitSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     QString GetDefaultUnit() const;
     /// True unless the string is null.
     bool IsValidUnit(const QString &value) const;
+    //@}
 
-    // ---- MinMaxStep: nested MinMaxStep, element "MinMaxStep", tag 0xC693EC10, required.
+    /// \name MinMaxStep
+    /// Nested MinMaxStep, element "MinMaxStep", tag 0xC693EC10, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMinMaxStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,8 +117,11 @@ public:
     void SetMinMaxStep(const MinMaxStep &value);
     /// Always true.
     bool IsValidMinMaxStep(const MinMaxStep &value) const;
+    //@}
 
-    // ---- ValueMin: double, element "ValueMin", tag 0x82AD481D, required, initial 0, no default.
+    /// \name ValueMin
+    /// Double, element "ValueMin", tag 0x82AD481D, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsValueMinSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -122,8 +134,11 @@ public:
     double GetDefaultValueMin() const;
     /// True when the setter accepts the value; always true.
     bool IsValidValueMin(const double &value) const;
+    //@}
 
-    // ---- ValueMax: double, element "ValueMax", tag 0x8DDD066A, required, initial 0, no default.
+    /// \name ValueMax
+    /// Double, element "ValueMax", tag 0x8DDD066A, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsValueMaxSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -136,8 +151,11 @@ public:
     double GetDefaultValueMax() const;
     /// True when the setter accepts the value; always true.
     bool IsValidValueMax(const double &value) const;
+    //@}
 
-    // ---- ValueStep: double, element "ValueStep", tag 0xAF1C7565, required, initial 0, no default.
+    /// \name ValueStep
+    /// Double, element "ValueStep", tag 0xAF1C7565, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsValueStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +168,11 @@ public:
     double GetDefaultValueStep() const;
     /// True when the setter accepts the value; always true.
     bool IsValidValueStep(const double &value) const;
+    //@}
 
-    // ---- MeasurementInvalid: bool, element "MeasurementInvalid", tag 0x8CC0EF8B, required, initial false, no default.
+    /// \name MeasurementInvalid
+    /// Bool, element "MeasurementInvalid", tag 0x8CC0EF8B, required, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasurementInvalidSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,8 +183,11 @@ public:
     void SetMeasurementInvalid(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMeasurementInvalid() const;
+    //@}
 
-    // ---- Overload: int, element "Overload", tag 0x0552B24C, optional, initial 0, no default.
+    /// \name Overload
+    /// Int, element "Overload", tag 0x0552B24C, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOverloadSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -176,6 +200,7 @@ public:
     int GetDefaultOverload() const;
     /// True when the setter accepts the value; always true.
     bool IsValidOverload(const int &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The wiring of one antenna: frequencies used, input routes, auxiliary output and receive path.
-    Class id 0xEEF21E9F; XML element "AntennaConfiguration"; 9 fields, presence bits 0 to 8 in field order. */
-class AntennaConfiguration : public QUILLET::IQuilletObject
+    Class id 0xEEF21E9F; XML element "AntennaConfiguration"; 9 fields, presence bits 0 to 8 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaConfiguration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- FrequencyStartUsed: double, element "FrequencyStartUsed", tag 0x67B7F771, optional, initial 0, no default.
+    /// \name FrequencyStartUsed
+    /// Double, element "FrequencyStartUsed", tag 0x67B7F771, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyStartUsedSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultFrequencyStartUsed() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFrequencyStartUsed(const double &value) const;
+    //@}
 
-    // ---- FrequencyStopUsed: double, element "FrequencyStopUsed", tag 0xCF9CD6FC, optional, initial 0, no default.
+    /// \name FrequencyStopUsed
+    /// Double, element "FrequencyStopUsed", tag 0xCF9CD6FC, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyStopUsedSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultFrequencyStopUsed() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFrequencyStopUsed(const double &value) const;
+    //@}
 
-    // ---- InputRoute_HF: enumerated, element "InputRoute_HF", tag 0xA18E862F, optional, initial 255, no default, table InputRoute_HF (3 rows: Name).
+    /// \name InputRoute_HF
+    /// Enumerated, element "InputRoute_HF", tag 0xA18E862F, optional, initial 255, no default, table InputRoute_HF (3 rows: Name).
+    //@{
     /// Row index into the InputRoute_HF table; 255 (-1) is invalid.
     typedef qint8 InputRoute_HF;
     /// True when the field is set; creates no payload.
@@ -122,8 +131,11 @@ public:
     static QStringList GetInputRoute_HFs();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIInputRoute_HFs();
+    //@}
 
-    // ---- InputRoute_VUHF: enumerated, element "InputRoute_VUHF", tag 0x60298C5A, optional, initial 255, no default, table InputRoute_VUHF (5 rows: Name).
+    /// \name InputRoute_VUHF
+    /// Enumerated, element "InputRoute_VUHF", tag 0x60298C5A, optional, initial 255, no default, table InputRoute_VUHF (5 rows: Name).
+    //@{
     /// Row index into the InputRoute_VUHF table; 255 (-1) is invalid.
     typedef qint8 InputRoute_VUHF;
     /// True when the field is set; creates no payload.
@@ -150,8 +162,11 @@ public:
     static QStringList GetInputRoute_VUHFs();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIInputRoute_VUHFs();
+    //@}
 
-    // ---- InputRoute_SHF: enumerated, element "InputRoute_SHF", tag 0xC951D3E7, optional, initial 255, no default, table InputRoute_SHF (2 rows: Name).
+    /// \name InputRoute_SHF
+    /// Enumerated, element "InputRoute_SHF", tag 0xC951D3E7, optional, initial 255, no default, table InputRoute_SHF (2 rows: Name).
+    //@{
     /// Row index into the InputRoute_SHF table; 255 (-1) is invalid.
     typedef qint8 InputRoute_SHF;
     /// True when the field is set; creates no payload.
@@ -178,8 +193,11 @@ public:
     static QStringList GetInputRoute_SHFs();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIInputRoute_SHFs();
+    //@}
 
-    // ---- InputRoute_SEHF: enumerated, element "InputRoute_SEHF", tag 0x6E3A2AE4, optional, initial 255, no default, table InputRoute_SEHF (3 rows: Name).
+    /// \name InputRoute_SEHF
+    /// Enumerated, element "InputRoute_SEHF", tag 0x6E3A2AE4, optional, initial 255, no default, table InputRoute_SEHF (3 rows: Name).
+    //@{
     /// Row index into the InputRoute_SEHF table; 255 (-1) is invalid.
     typedef qint8 InputRoute_SEHF;
     /// True when the field is set; creates no payload.
@@ -206,8 +224,11 @@ public:
     static QStringList GetInputRoute_SEHFs();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIInputRoute_SEHFs();
+    //@}
 
-    // ---- OutputAuxByte: int, element "OutputAuxByte", tag 0x220FEE5D, optional, range 0 to 255, initial 0, no default.
+    /// \name OutputAuxByte
+    /// Int, element "OutputAuxByte", tag 0x220FEE5D, optional, range 0 to 255, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOutputAuxByteSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -220,8 +241,11 @@ public:
     int GetDefaultOutputAuxByte() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidOutputAuxByte(const int &value) const;
+    //@}
 
-    // ---- OutputAuxMask: int, element "OutputAuxMask", tag 0x281F2A51, optional, range 0 to 255, initial 0, no default.
+    /// \name OutputAuxMask
+    /// Int, element "OutputAuxMask", tag 0x281F2A51, optional, range 0 to 255, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOutputAuxMaskSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -234,8 +258,11 @@ public:
     int GetDefaultOutputAuxMask() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidOutputAuxMask(const int &value) const;
+    //@}
 
-    // ---- RxPath: int, element "RxPath", tag 0xE4194E39, optional, range 0 to 10, initial 0, no default.
+    /// \name RxPath
+    /// Int, element "RxPath", tag 0xE4194E39, optional, range 0 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRxPathSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -248,6 +275,7 @@ public:
     int GetDefaultRxPath() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidRxPath(const int &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The fixed description of one antenna: name, factors, polarisation, frequency range and pattern.
-    Class id 0xEF8AF15E; XML element "AntennaDefinition"; 9 fields, presence bits 0 to 8 in field order. */
-class AntennaDefinition : public QUILLET::IQuilletObject
+    Class id 0xEF8AF15E; XML element "AntennaDefinition"; 9 fields, presence bits 0 to 8 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaDefinition : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- FactorDataSet: string, element "FactorDataSet", tag 0x806DF473, optional, initial null, no default.
+    /// \name FactorDataSet
+    /// String, element "FactorDataSet", tag 0x806DF473, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFactorDataSetSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     QString GetDefaultFactorDataSet() const;
     /// True unless the string is null.
     bool IsValidFactorDataSet(const QString &value) const;
+    //@}
 
-    // ---- PolarMode: enumerated, element "PolarMode", tag 0xAC5861E1, optional, default 0 ("AUTO"), table PolarMode (5 rows: Name). The same rows as AntennaPolarization of AntennaMatrixConfiguration, in a table and type of its own..
+    /// \name PolarMode
+    /// Enumerated, element "PolarMode", tag 0xAC5861E1, optional, default 0 ("AUTO"), table PolarMode (5 rows: Name). The same rows as AntennaPolarization of AntennaMatrixConfiguration, in a table and type of its own..
+    //@{
     /// Row index into the PolarMode table; 255 (-1) is invalid.
     typedef qint8 PolarMode;
     /// True when the field is set; creates no payload.
@@ -108,8 +114,11 @@ public:
     static QStringList GetPolarModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIPolarModes();
+    //@}
 
-    // ---- FrequencyStart: double, element "FrequencyStart", tag 0xEAFE39B5, optional, initial 0, no default.
+    /// \name FrequencyStart
+    /// Double, element "FrequencyStart", tag 0xEAFE39B5, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyStartSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -122,8 +131,11 @@ public:
     double GetDefaultFrequencyStart() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFrequencyStart(const double &value) const;
+    //@}
 
-    // ---- FrequencyStop: double, element "FrequencyStop", tag 0x02B3D10D, optional, initial 0, no default.
+    /// \name FrequencyStop
+    /// Double, element "FrequencyStop", tag 0x02B3D10D, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyStopSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -136,8 +148,11 @@ public:
     double GetDefaultFrequencyStop() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFrequencyStop(const double &value) const;
+    //@}
 
-    // ---- UpperLimit_HF: double, element "UpperLimit_HF", tag 0x45D8E977, optional, initial 0, no default.
+    /// \name UpperLimit_HF
+    /// Double, element "UpperLimit_HF", tag 0x45D8E977, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsUpperLimit_HFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +165,11 @@ public:
     double GetDefaultUpperLimit_HF() const;
     /// True when the setter accepts the value; always true.
     bool IsValidUpperLimit_HF(const double &value) const;
+    //@}
 
-    // ---- UpperLimit_VUHF: double, element "UpperLimit_VUHF", tag 0xE0C30A12, optional, initial 0, no default.
+    /// \name UpperLimit_VUHF
+    /// Double, element "UpperLimit_VUHF", tag 0xE0C30A12, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsUpperLimit_VUHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -164,8 +182,11 @@ public:
     double GetDefaultUpperLimit_VUHF() const;
     /// True when the setter accepts the value; always true.
     bool IsValidUpperLimit_VUHF(const double &value) const;
+    //@}
 
-    // ---- Name: string, element "Name", tag 0x8C9FBCA8, optional, initial null, no default.
+    /// \name Name
+    /// String, element "Name", tag 0x8C9FBCA8, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNameSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -178,8 +199,11 @@ public:
     QString GetDefaultName() const;
     /// True unless the string is null.
     bool IsValidName(const QString &value) const;
+    //@}
 
-    // ---- Valid: bool, element "Valid", tag 0x4E569108, optional, initial false, no default. An empty element is refused while validating: the bool has no default..
+    /// \name Valid
+    /// Bool, element "Valid", tag 0x4E569108, optional, initial false, no default. An empty element is refused while validating: the bool has no default..
+    //@{
     /// True when the field is set; creates no payload.
     bool IsValidSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -190,8 +214,11 @@ public:
     void SetValid(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultValid() const;
+    //@}
 
-    // ---- AntennaPattern: nested AntennaPattern, element "AntennaPattern", tag 0x47DEEEB2, optional.
+    /// \name AntennaPattern
+    /// Nested AntennaPattern, element "AntennaPattern", tag 0x47DEEEB2, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaPatternSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -204,6 +231,7 @@ public:
     void SetAntennaPattern(const AntennaPattern &value);
     /// Always true.
     bool IsValidAntennaPattern(const AntennaPattern &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The list of antennas of the matrix.
-    Class id 0xC11E6925; XML element "AntennaEntries"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaEntries : public QUILLET::IQuilletObject
+    Class id 0xC11E6925; XML element "AntennaEntries"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaEntries : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AntennaEntry: list of AntennaEntry, element "AntennaEntry", tag 0xA34A4594, optional.
+    /// \name AntennaEntry
+    /// List of AntennaEntry, element "AntennaEntry", tag 0xA34A4594, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaEntrySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,6 +89,7 @@ public:
     bool IsValidAntennaEntry(const AntennaEntry &item) const;
     /// True when every item is valid.
     bool IsValidAntennaEntry(const QVector<AntennaEntry> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -9,8 +9,9 @@
 namespace HALVANE {
 
 /*! One antenna of the matrix with its wiring.
-    Class id 0xC81B6B84; XML element "AntennaEntry"; 3 fields, presence bits 0 to 2 in field order. */
-class AntennaEntry : public QUILLET::IQuilletObject
+    Class id 0xC81B6B84; XML element "AntennaEntry"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaEntry : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -68,7 +69,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AntennaDefinition: nested AntennaDefinition, element "AntennaDefinition", tag 0x48C4CAE1, required.
+    /// \name AntennaDefinition
+    /// Nested AntennaDefinition, element "AntennaDefinition", tag 0x48C4CAE1, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaDefinitionSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -81,8 +84,11 @@ public:
     void SetAntennaDefinition(const AntennaDefinition &value);
     /// Always true.
     bool IsValidAntennaDefinition(const AntennaDefinition &value) const;
+    //@}
 
-    // ---- AntennaConfiguration: nested AntennaConfiguration, element "AntennaConfiguration", tag 0x2B0B681D, required.
+    /// \name AntennaConfiguration
+    /// Nested AntennaConfiguration, element "AntennaConfiguration", tag 0x2B0B681D, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaConfigurationSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -95,8 +101,11 @@ public:
     void SetAntennaConfiguration(const AntennaConfiguration &value);
     /// Always true.
     bool IsValidAntennaConfiguration(const AntennaConfiguration &value) const;
+    //@}
 
-    // ---- index: int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 31, initial 0, no default. It orders nothing: a gap or a repeated index is accepted..
+    /// \name index
+    /// Int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 31, initial 0, no default. It orders nothing: a gap or a repeated index is accepted..
+    //@{
     /// True when the field is set; creates no payload.
     bool IsindexSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -109,6 +118,7 @@ public:
     int GetDefaultindex() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidindex(const int &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

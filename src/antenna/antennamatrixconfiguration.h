@@ -10,8 +10,9 @@
 namespace HALVANE {
 
 /*! The configuration of an antenna matrix: switching state, antennas, timings and receive paths.
-    Class id 0x06C818DC; XML element "AntennaMatrixConfiguration"; 11 fields, presence bits 0 to 10 in field order. */
-class AntennaMatrixConfiguration : public QUILLET::IQuilletObject
+    Class id 0x06C818DC; XML element "AntennaMatrixConfiguration"; 11 fields, presence bits 0 to 10 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaMatrixConfiguration : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -69,7 +70,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AntennaControlMode: enumerated, element "AntennaControlMode", tag 0x6CC4F44E, optional, initial 255, no default, table AntennaControlMode (2 rows: Name).
+    /// \name AntennaControlMode
+    /// Enumerated, element "AntennaControlMode", tag 0x6CC4F44E, optional, initial 255, no default, table AntennaControlMode (2 rows: Name).
+    //@{
     /// Row index into the AntennaControlMode table; 255 (-1) is invalid.
     typedef qint8 AntennaControlMode;
     /// True when the field is set; creates no payload.
@@ -96,8 +99,11 @@ public:
     static QStringList GetAntennaControlModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAntennaControlModes();
+    //@}
 
-    // ---- AntennaPolarization: enumerated, element "AntennaPolarization", tag 0x658883B4, optional, default 1 ("VERT"), table AntennaPolarization (5 rows: Name). The same rows as PolarMode of AntennaDefinition, in a table and type of its own..
+    /// \name AntennaPolarization
+    /// Enumerated, element "AntennaPolarization", tag 0x658883B4, optional, default 1 ("VERT"), table AntennaPolarization (5 rows: Name). The same rows as PolarMode of AntennaDefinition, in a table and type of its own..
+    //@{
     /// Row index into the AntennaPolarization table; 255 (-1) is invalid.
     typedef qint8 AntennaPolarization;
     /// True when the field is set; creates no payload.
@@ -124,8 +130,11 @@ public:
     static QStringList GetAntennaPolarizations();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAntennaPolarizations();
+    //@}
 
-    // ---- AntennaPreamplifierState: enumerated, element "AntennaPreamplifierState", tag 0x826B6F32, optional, default 0 ("OFF"), table AntennaPreamplifierState (2 rows: Name).
+    /// \name AntennaPreamplifierState
+    /// Enumerated, element "AntennaPreamplifierState", tag 0x826B6F32, optional, default 0 ("OFF"), table AntennaPreamplifierState (2 rows: Name).
+    //@{
     /// Row index into the AntennaPreamplifierState table; 255 (-1) is invalid.
     typedef qint8 AntennaPreamplifierState;
     /// True when the field is set; creates no payload.
@@ -152,8 +161,11 @@ public:
     static QStringList GetAntennaPreamplifierStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAntennaPreamplifierStates();
+    //@}
 
-    // ---- AntennaPathSelected: 64-bit int, element "AntennaPathSelected", tag 0xCCEF38BD, optional, range 0 to 10, initial 0, no default.
+    /// \name AntennaPathSelected
+    /// 64-bit int, element "AntennaPathSelected", tag 0xCCEF38BD, optional, range 0 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaPathSelectedSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -166,8 +178,11 @@ public:
     qint64 GetDefaultAntennaPathSelected() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidAntennaPathSelected(const qint64 &value) const;
+    //@}
 
-    // ---- OutputAuxMode: enumerated, element "OutputAuxMode", tag 0xE82BDF82, optional, initial 255, no default, table OutputAuxMode (3 rows: Name).
+    /// \name OutputAuxMode
+    /// Enumerated, element "OutputAuxMode", tag 0xE82BDF82, optional, initial 255, no default, table OutputAuxMode (3 rows: Name).
+    //@{
     /// Row index into the OutputAuxMode table; 255 (-1) is invalid.
     typedef qint8 OutputAuxMode;
     /// True when the field is set; creates no payload.
@@ -194,8 +209,11 @@ public:
     static QStringList GetOutputAuxModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIOutputAuxModes();
+    //@}
 
-    // ---- OutputAuxWord: int, element "OutputAuxWord", tag 0xC392DEFE, optional, range 0 to 65535, initial 0, no default.
+    /// \name OutputAuxWord
+    /// Int, element "OutputAuxWord", tag 0xC392DEFE, optional, range 0 to 65535, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOutputAuxWordSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -208,8 +226,11 @@ public:
     int GetDefaultOutputAuxWord() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidOutputAuxWord(const int &value) const;
+    //@}
 
-    // ---- TunerFrequencyLimitHF: double, element "TunerFrequencyLimitHF", tag 0x4092100F, optional, initial 0, no default.
+    /// \name TunerFrequencyLimitHF
+    /// Double, element "TunerFrequencyLimitHF", tag 0x4092100F, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTunerFrequencyLimitHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -222,8 +243,11 @@ public:
     double GetDefaultTunerFrequencyLimitHF() const;
     /// True when the setter accepts the value; always true.
     bool IsValidTunerFrequencyLimitHF(const double &value) const;
+    //@}
 
-    // ---- TunerFrequencyLimitVUHF: double, element "TunerFrequencyLimitVUHF", tag 0x8A4FBA1F, optional, initial 0, no default.
+    /// \name TunerFrequencyLimitVUHF
+    /// Double, element "TunerFrequencyLimitVUHF", tag 0x8A4FBA1F, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTunerFrequencyLimitVUHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -236,8 +260,11 @@ public:
     double GetDefaultTunerFrequencyLimitVUHF() const;
     /// True when the setter accepts the value; always true.
     bool IsValidTunerFrequencyLimitVUHF(const double &value) const;
+    //@}
 
-    // ---- AntennaEntries: nested AntennaEntries, element "AntennaEntries", tag 0x0DBA964C, required.
+    /// \name AntennaEntries
+    /// Nested AntennaEntries, element "AntennaEntries", tag 0x0DBA964C, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaEntriesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -250,8 +277,11 @@ public:
     void SetAntennaEntries(const AntennaEntries &value);
     /// Always true.
     bool IsValidAntennaEntries(const AntennaEntries &value) const;
+    //@}
 
-    // ---- AuxTimings: nested AuxTimings, element "AuxTimings", tag 0x6B49FF0D, required.
+    /// \name AuxTimings
+    /// Nested AuxTimings, element "AuxTimings", tag 0x6B49FF0D, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAuxTimingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -264,8 +294,11 @@ public:
     void SetAuxTimings(const AuxTimings &value);
     /// Always true.
     bool IsValidAuxTimings(const AuxTimings &value) const;
+    //@}
 
-    // ---- AntennaRxPaths: nested AntennaRxPaths, element "AntennaRxPaths", tag 0xA77D88BB, required.
+    /// \name AntennaRxPaths
+    /// Nested AntennaRxPaths, element "AntennaRxPaths", tag 0xA77D88BB, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaRxPathsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -278,6 +311,7 @@ public:
     void SetAntennaRxPaths(const AntennaRxPaths &value);
     /// Always true.
     bool IsValidAntennaRxPaths(const AntennaRxPaths &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

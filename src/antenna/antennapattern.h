@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! A named antenna pattern: a list of curve points.
-    Class id 0x2A201FC9; XML element "AntennaPattern"; 2 fields, presence bits 0 to 1 in field order. */
-class AntennaPattern : public QUILLET::IQuilletObject
+    Class id 0x2A201FC9; XML element "AntennaPattern"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaPattern : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Curve: list of Curve, element "Curve", tag 0xCE8FF818, required.
+    /// \name Curve
+    /// List of Curve, element "Curve", tag 0xCE8FF818, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCurveSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,8 +89,11 @@ public:
     bool IsValidCurve(const Curve &item) const;
     /// True when every item is valid.
     bool IsValidCurve(const QVector<Curve> &items) const;
+    //@}
 
-    // ---- name: string, attribute "name" (also read as an element), tag 0xCB4CF645, required, initial null, no default.
+    /// \name name
+    /// String, attribute "name" (also read as an element), tag 0xCB4CF645, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsnameSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -100,6 +106,7 @@ public:
     QString GetDefaultname() const;
     /// True unless the string is null.
     bool IsValidname(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

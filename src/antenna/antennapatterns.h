@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! A versioned document of antenna patterns, in list order.
-    Class id 0xAE3C1F2C; XML element "AntennaPatterns"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaPatterns : public QUILLET::IQuilletObject
+    Class id 0xAE3C1F2C; XML element "AntennaPatterns"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaPatterns : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AntennaPattern: list of AntennaPattern, element "AntennaPattern", tag 0x47DEEEB2, required.
+    /// \name AntennaPattern
+    /// List of AntennaPattern, element "AntennaPattern", tag 0x47DEEEB2, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaPatternSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,14 +89,18 @@ public:
     bool IsValidAntennaPattern(const AntennaPattern &item) const;
     /// True when every item is valid.
     bool IsValidAntennaPattern(const QVector<AntennaPattern> &items) const;
+    //@}
 
-    // ---- Version: attribute "Version", tag 0xCCFEDFA1, this version "1". A document
-    // read in an older version (or none) empties the object first, and its unknown elements are
-    // skipped; in this version or a newer one they are refused while validating.
+    /// \name Version
+    /// Attribute "Version", tag 0xCCFEDFA1, this version "1". A document
+    /// read in an older version (or none) empties the object first, and its unknown elements are
+    /// skipped; in this version or a newer one they are refused while validating.
+    //@{
     /// "1", the version this class writes.
     const QString &GetVersion() const override;
     /// The version of the document last read: null until one was read, empty when it had none.
     const QString &GetInitialVersionLoaded() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

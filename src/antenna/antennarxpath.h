@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! One receive path: its name and the name of its rotor.
-    Class id 0xA15AC0A4; XML element "AntennaRxPath"; 3 fields, presence bits 0 to 2 in field order. */
-class AntennaRxPath : public QUILLET::IQuilletObject
+    Class id 0xA15AC0A4; XML element "AntennaRxPath"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaRxPath : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- NAME: string, element "NAME", tag 0x84177525, optional, initial null, no default.
+    /// \name NAME
+    /// String, element "NAME", tag 0x84177525, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNAMESet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     QString GetDefaultNAME() const;
     /// True unless the string is null.
     bool IsValidNAME(const QString &value) const;
+    //@}
 
-    // ---- ROTOR: string, element "ROTOR", tag 0xE887A1E4, optional, initial null, no default.
+    /// \name ROTOR
+    /// String, element "ROTOR", tag 0xE887A1E4, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsROTORSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     QString GetDefaultROTOR() const;
     /// True unless the string is null.
     bool IsValidROTOR(const QString &value) const;
+    //@}
 
-    // ---- index: int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 10, initial 0, no default.
+    /// \name index
+    /// Int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsindexSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     int GetDefaultindex() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidindex(const int &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

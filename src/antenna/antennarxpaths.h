@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The list of receive paths of the matrix.
-    Class id 0xAC097249; XML element "AntennaRxPaths"; 1 field, presence bits 0 to 0 in field order. */
-class AntennaRxPaths : public QUILLET::IQuilletObject
+    Class id 0xAC097249; XML element "AntennaRxPaths"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AntennaRxPaths : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AntennaRxPath: list of AntennaRxPath, element "AntennaRxPath", tag 0x261FCFB7, optional.
+    /// \name AntennaRxPath
+    /// List of AntennaRxPath, element "AntennaRxPath", tag 0x261FCFB7, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaRxPathSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,6 +89,7 @@ public:
     bool IsValidAntennaRxPath(const AntennaRxPath &item) const;
     /// True when every item is valid.
     bool IsValidAntennaRxPath(const QVector<AntennaRxPath> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

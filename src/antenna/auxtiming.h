@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The switching and guard time of one auxiliary output state.
-    Class id 0xECC15DD1; XML element "AuxTiming"; 3 fields, presence bits 0 to 2 in field order. */
-class AuxTiming : public QUILLET::IQuilletObject
+    Class id 0xECC15DD1; XML element "AuxTiming"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AuxTiming : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AuxSwitchingTime: double, element "AuxSwitchingTime", tag 0xA74E75F9, optional, range 0 to 0.1, initial 0, no default. Not a number is out of range; text keeps two decimals, so eleven values survive XML..
+    /// \name AuxSwitchingTime
+    /// Double, element "AuxSwitchingTime", tag 0xA74E75F9, optional, range 0 to 0.1, initial 0, no default. Not a number is out of range; text keeps two decimals, so eleven values survive XML..
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAuxSwitchingTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultAuxSwitchingTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidAuxSwitchingTime(const double &value) const;
+    //@}
 
-    // ---- AuxGuardTime: double, element "AuxGuardTime", tag 0xA07D0B46, optional, range 0 to 5, initial 0, no default.
+    /// \name AuxGuardTime
+    /// Double, element "AuxGuardTime", tag 0xA07D0B46, optional, range 0 to 5, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAuxGuardTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultAuxGuardTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidAuxGuardTime(const double &value) const;
+    //@}
 
-    // ---- index: int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 15, initial 0, no default.
+    /// \name index
+    /// Int, attribute "index" (also read as an element), tag 0x2128394B, required, range 0 to 15, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsindexSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     int GetDefaultindex() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidindex(const int &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The list of timings of the auxiliary output.
-    Class id 0x8157C555; XML element "AuxTimings"; 1 field, presence bits 0 to 0 in field order. */
-class AuxTimings : public QUILLET::IQuilletObject
+    Class id 0x8157C555; XML element "AuxTimings"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT AuxTimings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AuxTiming: list of AuxTiming, element "AuxTiming", tag 0x2A772D28, optional.
+    /// \name AuxTiming
+    /// List of AuxTiming, element "AuxTiming", tag 0x2A772D28, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAuxTimingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,6 +89,7 @@ public:
     bool IsValidAuxTiming(const AuxTiming &item) const;
     /// True when every item is valid.
     bool IsValidAuxTiming(const QVector<AuxTiming> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! One point of an antenna pattern: frequency, attenuation and width.
-    Class id 0x87192AF4; XML element "Curve"; 3 fields, presence bits 0 to 2 in field order. */
-class Curve : public QUILLET::IQuilletObject
+    Class id 0x87192AF4; XML element "Curve"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup antenna */
+class HALVANE_EXPORT Curve : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- frequency: double, attribute "frequency" (also read as an element), tag 0xC6A99EB6, required, initial 0, no default.
+    /// \name frequency
+    /// Double, attribute "frequency" (also read as an element), tag 0xC6A99EB6, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsfrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultfrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidfrequency(const double &value) const;
+    //@}
 
-    // ---- attenuation: double, attribute "attenuation" (also read as an element), tag 0x2D729A7E, required, initial 0, no default.
+    /// \name attenuation
+    /// Double, attribute "attenuation" (also read as an element), tag 0x2D729A7E, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsattenuationSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultattenuation() const;
     /// True when the setter accepts the value; always true.
     bool IsValidattenuation(const double &value) const;
+    //@}
 
-    // ---- width: double, attribute "width" (also read as an element), tag 0x6F6048D2, required, initial 0, no default.
+    /// \name width
+    /// Double, attribute "width" (also read as an element), tag 0x6F6048D2, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IswidthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     double GetDefaultwidth() const;
     /// True when the setter accepts the value; always true.
     bool IsValidwidth(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

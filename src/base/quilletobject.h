@@ -3,6 +3,8 @@
 #ifndef HALVANE_BASE_QUILLETOBJECT_H
 #define HALVANE_BASE_QUILLETOBJECT_H
 
+#include <halvane/export.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
@@ -18,13 +20,18 @@ class QXmlStreamWriter;
 namespace QUILLET {
 
 /*! Object type of a data object. Class ids are arbitrary 32-bit numbers, so the
-    enumeration only fixes the width; a data class stores its id here. */
-enum ObjectTypes : quint32 { UnknownObjectType = 0 };
+    enumeration only fixes the width; a data class stores its id here.
+    \ingroup base */
+enum ObjectTypes : quint32 {
+    UnknownObjectType = 0 ///< The type of an object that is not of a data class.
+};
 
-/*! Held and handed on by the data objects; nothing in this library calls it. */
-class Logger
+/*! Held and handed on by the data objects; nothing in this library calls it.
+    \ingroup base */
+class HALVANE_EXPORT Logger
 {
 public:
+    /// A logger is destroyed with the last object or caller that holds it.
     virtual ~Logger();
 };
 
@@ -36,47 +43,79 @@ public:
     Every failure is one of the exceptions of exceptions.h; the file and
     document operations raise QuilletException when a file cannot be read or
     written, InvalidXmlException for XML that cannot be read (with the line
-    and column), BinaryParsingException for a block that cannot. */
-class IQuilletObject
+    and column), BinaryParsingException for a block that cannot.
+    \ingroup base */
+class HALVANE_EXPORT IQuilletObject
 {
 public:
+    /// An object of UnknownObjectType, without name or logger, validation off.
     IQuilletObject();
+    /// An object of the given type.
     explicit IQuilletObject(ObjectTypes type);
+    /// Copies the type, the name, the logger and the validation flag.
     IQuilletObject(const IQuilletObject &other);
+    /// Copies the type, the name, the logger and the validation flag.
     IQuilletObject &operator=(const IQuilletObject &other);
+    /// Frees the name and drops the logger.
     virtual ~IQuilletObject();
 
+    /// All fields that the class requires are set.
     virtual bool HasData() const = 0;
+    /// All fields back to their initial values and unset.
     virtual void Reset() = 0;
+    /// Throws OutOfRangeException at the first field that is missing or invalid; \a recursive checks nested objects too.
     virtual void Check(bool recursive) const = 0;
+    /// Check(false).
     virtual void Check() const = 0;
 
-    // Validity of plain values. Each type that has an invalid value has one
-    // SetInvalid writes and IsValid refuses: NaN for float and double (IsValid
-    // refuses every NaN; infinities are valid), the lowest value for int and
-    // qint64, the highest for unsigned int, the null string for QString. A
-    // bool is always valid, a QDateTime when QDateTime::isValid says so.
+    /// \name Validity of plain values
+    /// Each type that has an invalid value has one SetInvalid writes and
+    /// IsValid refuses: NaN for float and double (IsValid refuses every NaN;
+    /// infinities are valid), the lowest value for int and qint64, the highest
+    /// for unsigned int, the null string for QString. A bool is always valid, a
+    /// QDateTime when QDateTime::isValid says so.
+    //@{
+    /// False for NaN.
     virtual bool IsValid(float value) const;
+    /// Always true.
     virtual bool IsValid(bool value) const;
+    /// False for the highest value.
     virtual bool IsValid(unsigned int value) const;
+    /// False for the lowest value.
     virtual bool IsValid(qint64 value) const;
+    /// QDateTime::isValid.
     virtual bool IsValid(const QDateTime &value) const;
+    /// False for the null string.
     virtual bool IsValid(const QString &value) const;
+    /// False for NaN.
     virtual bool IsValid(double value) const;
+    /// False for the lowest value.
     virtual bool IsValid(int value) const;
     /*! A string literal would become a bool: wrap it in a QString. */
     bool IsValid(const char *value) const = delete;
+    /// Writes NaN.
     virtual void SetInvalid(float &value) const;
+    /// Writes the highest value.
     virtual void SetInvalid(unsigned int &value) const;
+    /// Writes the lowest value.
     virtual void SetInvalid(qint64 &value) const;
+    /// Writes the null string.
     virtual void SetInvalid(QString &value) const;
+    /// Writes NaN.
     virtual void SetInvalid(double &value) const;
+    /// Writes the lowest value.
     virtual void SetInvalid(int &value) const;
+    //@}
 
-    // Forms of one object: XML and the tagged binary form.
+    /// \name Forms of one object: XML and the tagged binary form
+    //@{
+    /// Writes the object as one element named by its object name.
     virtual void GetXml(QXmlStreamWriter &writer) const = 0;
+    /// Writes the tagged form, behind the tag \a tag when \a writeTag; false when it wrote nothing.
     virtual bool GetBinary(QDataStream &stream, int tag, bool writeTag) const = 0;
+    /// Reads \a length bytes of field records of the tagged form.
     virtual void SetBinary(QDataStream &stream, int length) = 0;
+    //@}
 
     /*! Reads a whole document whose root element is this object's. With
         \a resetFirst the object is Reset once the root element has been found
@@ -98,7 +137,9 @@ public:
     /*! Merging is a matter of the fields, which the base does not know: the
         base changes nothing, and no data class overrides it. */
     virtual void MergeQuilletObject(const IQuilletObject &other);
+    /// The object type; a data class's is its class id.
     virtual ObjectTypes GetObjectType() const;
+    /// The name given by SetObjectName, else the class's own (DefaultObjectName).
     virtual const QString &GetObjectName() const;
     /*! Reads the children of the element the reader stands on, calling
         ProcessXmlStartElement for each direct child start element, and leaves the
@@ -106,9 +147,11 @@ public:
         caller who hands in a reader that has read a DTD owns the entities it
         declared, which the texts of fields would then take in expanded. */
     virtual void ProcessXml(QXmlStreamReader &reader);
+    /// The object as an XML document, GetXml under an XML declaration.
     virtual QString GetXmlString() const;
     /*! Writes the binary block (magic, then GetBinary) to the caller's stream. */
     virtual void GetBinaryRepresentation(QDataStream &stream) const;
+    /// The binary block (see binaryheader.h) on a stream of the pinned version, big-endian.
     virtual QByteArray GetBinaryRepresentationAsQByteArray() const;
     /*! Writes GetCompressedBinaryRepresentationAsQByteArray(level) to the stream
         as a QByteArray (32-bit length, then the bytes), so that
@@ -129,8 +172,11 @@ public:
     virtual void LoadBinary(QFile *file);
     /*! Writes GetXmlString as UTF-8, the whole file or nothing. */
     virtual void SaveXml(const QString &fileName) const;
+    /// Switches all checking in setters and writers on or off.
     virtual void SetValidate(bool validate) const;
+    /// The validation flag; off in a new object.
     virtual bool GetValidate() const;
+    /// Holds the logger, to hand on; the library never calls it.
     virtual void SetLogger(std::shared_ptr<Logger> logger) const;
     /*! SetLogger without a logger, through the virtual table, so that nested
         objects and list items drop it too. */
@@ -143,19 +189,26 @@ public:
     // Beside the operations above, and not virtual.
     /*! SetXmlString(xml, false). */
     void SetXmlString(const QString &xml);
+    /// SetBinaryRepresentation on a copy of \a data.
     void SetBinaryRepresentation(const QByteArray &data);
+    /// Writes the binary block to a file, the whole file or nothing.
     void SaveBinary(const QString &fileName) const;
+    /// Reads a file that holds one binary block and nothing after it.
     void LoadBinary(const QString &fileName);
     /*! GetCompressedBinaryRepresentationAsQByteArray(-1). */
     QByteArray GetCompressedBinaryRepresentation() const;
     /*! Reads what the compressed variants write; the size the block claims is
         checked before anything is allocated (see binaryheader.h). */
     void SetCompressedBinaryRepresentation(const QByteArray &data);
+    /// The logger held; null when there is none.
     std::shared_ptr<Logger> GetLogger() const;
+    /// A logger is held.
     bool HasLogger() const { return m_extras && m_extras->logger; }
 
 protected:
+    /// Gives the object a name of its own (its element name in XML); the class's name drops it again.
     virtual void SetObjectName(const QString &name);
+    /// Reads one child element, the reader on its start element; called by ProcessXml.
     virtual void ProcessXmlStartElement(QXmlStreamReader &reader) = 0;
     /*! The name of an object until SetObjectName gives it another one; data
         classes answer their own name, so that it is not stored per object. */
@@ -167,6 +220,7 @@ protected:
     /*! Consumes the value of a record whose tag the class does not know. */
     int skipCurrentElement(QDataStream &stream, int length, int tag) const;
 
+    /// The object type; a data class stores its class id here.
     ObjectTypes m_objectType = UnknownObjectType;
 
 private:

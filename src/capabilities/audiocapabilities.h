@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The audio functions of a device.
-    Class id 0x28F542D5; XML element "AudioCapabilities"; 3 fields, presence bits 0 to 2 in field order. */
-class AudioCapabilities : public QUILLET::IQuilletObject
+    Class id 0x28F542D5; XML element "AudioCapabilities"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT AudioCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AudioFilterModes: bool, element "AudioFilterModes", tag 0x41777F17, optional, default false.
+    /// \name AudioFilterModes
+    /// Bool, element "AudioFilterModes", tag 0x41777F17, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAudioFilterModesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetAudioFilterModes(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAudioFilterModes() const;
+    //@}
 
-    // ---- SynthesizerMode: bool, element "SynthesizerMode", tag 0x811DBEA2, optional, default false.
+    /// \name SynthesizerMode
+    /// Bool, element "SynthesizerMode", tag 0x811DBEA2, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSynthesizerModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetSynthesizerMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSynthesizerMode() const;
+    //@}
 
-    // ---- AudioStereoMode: bool, element "AudioStereoMode", tag 0x845716CE, optional, default false.
+    /// \name AudioStereoMode
+    /// Bool, element "AudioStereoMode", tag 0x845716CE, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAudioStereoModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,6 +111,7 @@ public:
     void SetAudioStereoMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAudioStereoMode() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -22,8 +22,9 @@
 namespace HALVANE {
 
 /*! What a receiver and its driver can do: fifteen capability objects and seventeen flags of its own.
-    Class id 0xE567F511; XML element "Capabilities"; 32 fields, presence bits 0 to 31 in field order. */
-class Capabilities : public QUILLET::IQuilletObject
+    Class id 0xE567F511; XML element "Capabilities"; 32 fields, presence bits 0 to 31 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT Capabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -81,7 +82,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AudioCapabilities: nested AudioCapabilities, element "AudioCapabilities", tag 0x0DE1652A, optional.
+    /// \name AudioCapabilities
+    /// Nested AudioCapabilities, element "AudioCapabilities", tag 0x0DE1652A, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAudioCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +97,11 @@ public:
     void SetAudioCapabilities(const AudioCapabilities &value);
     /// Always true.
     bool IsValidAudioCapabilities(const AudioCapabilities &value) const;
+    //@}
 
-    // ---- ConnectorCapabilities: nested ConnectorCapabilities, element "ConnectorCapabilities", tag 0xE8BE4C47, optional.
+    /// \name ConnectorCapabilities
+    /// Nested ConnectorCapabilities, element "ConnectorCapabilities", tag 0xE8BE4C47, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsConnectorCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,8 +114,11 @@ public:
     void SetConnectorCapabilities(const ConnectorCapabilities &value);
     /// Always true.
     bool IsValidConnectorCapabilities(const ConnectorCapabilities &value) const;
+    //@}
 
-    // ---- StatusCapabilities: nested StatusCapabilities, element "StatusCapabilities", tag 0xC25B40C0, optional.
+    /// \name StatusCapabilities
+    /// Nested StatusCapabilities, element "StatusCapabilities", tag 0xC25B40C0, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStatusCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -122,8 +131,11 @@ public:
     void SetStatusCapabilities(const StatusCapabilities &value);
     /// Always true.
     bool IsValidStatusCapabilities(const StatusCapabilities &value) const;
+    //@}
 
-    // ---- DFCabapilites: nested DFCabapilites, element "DFCabapilites", tag 0x6165AF27, optional.
+    /// \name DFCabapilites
+    /// Nested DFCabapilites, element "DFCabapilites", tag 0x6165AF27, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFCabapilitesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -136,8 +148,11 @@ public:
     void SetDFCabapilites(const DFCabapilites &value);
     /// Always true.
     bool IsValidDFCabapilites(const DFCabapilites &value) const;
+    //@}
 
-    // ---- HardwareOptions: nested HardwareOptions, element "HardwareOptions", tag 0x2701361B, optional.
+    /// \name HardwareOptions
+    /// Nested HardwareOptions, element "HardwareOptions", tag 0x2701361B, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHardwareOptionsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +165,11 @@ public:
     void SetHardwareOptions(const HardwareOptions &value);
     /// Always true.
     bool IsValidHardwareOptions(const HardwareOptions &value) const;
+    //@}
 
-    // ---- NetworkCapabilities: nested NetworkCapabilities, element "NetworkCapabilities", tag 0x02BFCF41, optional.
+    /// \name NetworkCapabilities
+    /// Nested NetworkCapabilities, element "NetworkCapabilities", tag 0x02BFCF41, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNetworkCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -164,8 +182,11 @@ public:
     void SetNetworkCapabilities(const NetworkCapabilities &value);
     /// Always true.
     bool IsValidNetworkCapabilities(const NetworkCapabilities &value) const;
+    //@}
 
-    // ---- RadioDataSystem: bool, element "RadioDataSystem", tag 0xAA2B6991, optional, default false.
+    /// \name RadioDataSystem
+    /// Bool, element "RadioDataSystem", tag 0xAA2B6991, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRadioDataSystemSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -176,8 +197,11 @@ public:
     void SetRadioDataSystem(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRadioDataSystem() const;
+    //@}
 
-    // ---- WideIFSpectrum: bool, element "WideIFSpectrum", tag 0x0A03E9CE, optional, default false.
+    /// \name WideIFSpectrum
+    /// Bool, element "WideIFSpectrum", tag 0x0A03E9CE, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWideIFSpectrumSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -188,8 +212,11 @@ public:
     void SetWideIFSpectrum(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultWideIFSpectrum() const;
+    //@}
 
-    // ---- HFTunerLimit: bool, element "HFTunerLimit", tag 0xAB390EA2, optional, default false.
+    /// \name HFTunerLimit
+    /// Bool, element "HFTunerLimit", tag 0xAB390EA2, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHFTunerLimitSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -200,8 +227,11 @@ public:
     void SetHFTunerLimit(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHFTunerLimit() const;
+    //@}
 
-    // ---- IQRecording: bool, element "IQRecording", tag 0x827BEB36, optional, default false.
+    /// \name IQRecording
+    /// Bool, element "IQRecording", tag 0x827BEB36, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIQRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -212,8 +242,11 @@ public:
     void SetIQRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIQRecording() const;
+    //@}
 
-    // ---- VideoSpectrum: bool, element "VideoSpectrum", tag 0xAC49BF40, optional, default false.
+    /// \name VideoSpectrum
+    /// Bool, element "VideoSpectrum", tag 0xAC49BF40, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVideoSpectrumSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -224,8 +257,11 @@ public:
     void SetVideoSpectrum(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVideoSpectrum() const;
+    //@}
 
-    // ---- MainToolbarCapabilites: nested MainToolbarCapabilites, element "MainToolbarCapabilites", tag 0x4214CF89, optional.
+    /// \name MainToolbarCapabilites
+    /// Nested MainToolbarCapabilites, element "MainToolbarCapabilites", tag 0x4214CF89, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMainToolbarCapabilitesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -238,8 +274,11 @@ public:
     void SetMainToolbarCapabilites(const MainToolbarCapabilites &value);
     /// Always true.
     bool IsValidMainToolbarCapabilites(const MainToolbarCapabilites &value) const;
+    //@}
 
-    // ---- ToolsToolbarCapabilities: nested ToolsToolbarCapabilities, element "ToolsToolbarCapabilities", tag 0x48306C10, optional.
+    /// \name ToolsToolbarCapabilities
+    /// Nested ToolsToolbarCapabilities, element "ToolsToolbarCapabilities", tag 0x48306C10, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsToolsToolbarCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -252,8 +291,11 @@ public:
     void SetToolsToolbarCapabilities(const ToolsToolbarCapabilities &value);
     /// Always true.
     bool IsValidToolsToolbarCapabilities(const ToolsToolbarCapabilities &value) const;
+    //@}
 
-    // ---- PIFPanToolbarCapabilities: nested PIFPanToolbarCapabilities, element "PIFPanToolbarCapabilities", tag 0x413DBDF9, optional.
+    /// \name PIFPanToolbarCapabilities
+    /// Nested PIFPanToolbarCapabilities, element "PIFPanToolbarCapabilities", tag 0x413DBDF9, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPIFPanToolbarCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -266,8 +308,11 @@ public:
     void SetPIFPanToolbarCapabilities(const PIFPanToolbarCapabilities &value);
     /// Always true.
     bool IsValidPIFPanToolbarCapabilities(const PIFPanToolbarCapabilities &value) const;
+    //@}
 
-    // ---- FrequencyStoreCapabilites: nested FrequencyStoreCapabilites, element "FrequencyStoreCapabilites", tag 0x8F36B73C, optional.
+    /// \name FrequencyStoreCapabilites
+    /// Nested FrequencyStoreCapabilites, element "FrequencyStoreCapabilites", tag 0x8F36B73C, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyStoreCapabilitesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -280,8 +325,11 @@ public:
     void SetFrequencyStoreCapabilites(const FrequencyStoreCapabilites &value);
     /// Always true.
     bool IsValidFrequencyStoreCapabilites(const FrequencyStoreCapabilites &value) const;
+    //@}
 
-    // ---- FileMenuCapabilites: nested FileMenuCapabilites, element "FileMenuCapabilites", tag 0xC6B8CAD7, optional.
+    /// \name FileMenuCapabilites
+    /// Nested FileMenuCapabilites, element "FileMenuCapabilites", tag 0xC6B8CAD7, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFileMenuCapabilitesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -294,8 +342,11 @@ public:
     void SetFileMenuCapabilites(const FileMenuCapabilites &value);
     /// Always true.
     bool IsValidFileMenuCapabilites(const FileMenuCapabilites &value) const;
+    //@}
 
-    // ---- FFMInputToolbarCapabilities: nested FFMInputToolbarCapabilities, element "FFMInputToolbarCapabilities", tag 0xCC71A4E4, optional.
+    /// \name FFMInputToolbarCapabilities
+    /// Nested FFMInputToolbarCapabilities, element "FFMInputToolbarCapabilities", tag 0xCC71A4E4, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFFMInputToolbarCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -308,8 +359,11 @@ public:
     void SetFFMInputToolbarCapabilities(const FFMInputToolbarCapabilities &value);
     /// Always true.
     bool IsValidFFMInputToolbarCapabilities(const FFMInputToolbarCapabilities &value) const;
+    //@}
 
-    // ---- MapViewEnabled: bool, element "MapViewEnabled", tag 0x28D0F404, optional, default false.
+    /// \name MapViewEnabled
+    /// Bool, element "MapViewEnabled", tag 0x28D0F404, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMapViewEnabledSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -320,8 +374,11 @@ public:
     void SetMapViewEnabled(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMapViewEnabled() const;
+    //@}
 
-    // ---- IFStep: bool, element "IFStep", tag 0x01E2AEC5, optional, default false.
+    /// \name IFStep
+    /// Bool, element "IFStep", tag 0x01E2AEC5, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -332,8 +389,11 @@ public:
     void SetIFStep(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIFStep() const;
+    //@}
 
-    // ---- IFStepUpdate: bool, element "IFStepUpdate", tag 0x49472543, optional, default false.
+    /// \name IFStepUpdate
+    /// Bool, element "IFStepUpdate", tag 0x49472543, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFStepUpdateSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -344,8 +404,11 @@ public:
     void SetIFStepUpdate(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIFStepUpdate() const;
+    //@}
 
-    // ---- IFStepAuto: bool, element "IFStepAuto", tag 0x8ECA53B1, optional, default false.
+    /// \name IFStepAuto
+    /// Bool, element "IFStepAuto", tag 0x8ECA53B1, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFStepAutoSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -356,8 +419,11 @@ public:
     void SetIFStepAuto(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIFStepAuto() const;
+    //@}
 
-    // ---- MagneticDeclinationOnly: bool, element "MagneticDeclinationOnly", tag 0x46E2A2B4, optional, default false.
+    /// \name MagneticDeclinationOnly
+    /// Bool, element "MagneticDeclinationOnly", tag 0x46E2A2B4, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMagneticDeclinationOnlySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -368,8 +434,11 @@ public:
     void SetMagneticDeclinationOnly(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMagneticDeclinationOnly() const;
+    //@}
 
-    // ---- RecordingEnabled: bool, element "RecordingEnabled", tag 0xA7C11DA9, optional, default false.
+    /// \name RecordingEnabled
+    /// Bool, element "RecordingEnabled", tag 0xA7C11DA9, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRecordingEnabledSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -380,8 +449,11 @@ public:
     void SetRecordingEnabled(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRecordingEnabled() const;
+    //@}
 
-    // ---- DemodulationFrequency: bool, element "DemodulationFrequency", tag 0x2B02315C, optional, default false.
+    /// \name DemodulationFrequency
+    /// Bool, element "DemodulationFrequency", tag 0x2B02315C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDemodulationFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -392,8 +464,11 @@ public:
     void SetDemodulationFrequency(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDemodulationFrequency() const;
+    //@}
 
-    // ---- MasterRecordingCapabilities: nested MasterRecordingCapabilities, element "MasterRecordingCapabilities", tag 0x21EC4AFB, optional.
+    /// \name MasterRecordingCapabilities
+    /// Nested MasterRecordingCapabilities, element "MasterRecordingCapabilities", tag 0x21EC4AFB, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMasterRecordingCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -406,8 +481,11 @@ public:
     void SetMasterRecordingCapabilities(const MasterRecordingCapabilities &value);
     /// Always true.
     bool IsValidMasterRecordingCapabilities(const MasterRecordingCapabilities &value) const;
+    //@}
 
-    // ---- PulseAnalysisCapa: bool, element "PulseAnalysisCapa", tag 0xC726EA1C, optional, default false.
+    /// \name PulseAnalysisCapa
+    /// Bool, element "PulseAnalysisCapa", tag 0xC726EA1C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPulseAnalysisCapaSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -418,8 +496,11 @@ public:
     void SetPulseAnalysisCapa(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPulseAnalysisCapa() const;
+    //@}
 
-    // ---- ISBBandwidthSettings: nested ISBBandwidthSettings, element "ISBBandwidthSettings", tag 0xC46247B5, optional.
+    /// \name ISBBandwidthSettings
+    /// Nested ISBBandwidthSettings, element "ISBBandwidthSettings", tag 0xC46247B5, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsISBBandwidthSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -432,8 +513,11 @@ public:
     void SetISBBandwidthSettings(const ISBBandwidthSettings &value);
     /// Always true.
     bool IsValidISBBandwidthSettings(const ISBBandwidthSettings &value) const;
+    //@}
 
-    // ---- CompassCalibrationEnabled: bool, element "CompassCalibrationEnabled", tag 0x045E6970, optional, default false.
+    /// \name CompassCalibrationEnabled
+    /// Bool, element "CompassCalibrationEnabled", tag 0x045E6970, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCompassCalibrationEnabledSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -444,8 +528,11 @@ public:
     void SetCompassCalibrationEnabled(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultCompassCalibrationEnabled() const;
+    //@}
 
-    // ---- ICMConnected: bool, element "ICMConnected", tag 0x6971AF4A, optional, default false.
+    /// \name ICMConnected
+    /// Bool, element "ICMConnected", tag 0x6971AF4A, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsICMConnectedSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -456,8 +543,11 @@ public:
     void SetICMConnected(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultICMConnected() const;
+    //@}
 
-    // ---- DownConverterCapability: bool, element "DownConverterCapability", tag 0x0546050D, optional, default false.
+    /// \name DownConverterCapability
+    /// Bool, element "DownConverterCapability", tag 0x0546050D, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDownConverterCapabilitySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -468,8 +558,11 @@ public:
     void SetDownConverterCapability(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDownConverterCapability() const;
+    //@}
 
-    // ---- DateTimeCapability: nested DateTimeCapability, element "DateTimeCapability", tag 0x836E2144, optional.
+    /// \name DateTimeCapability
+    /// Nested DateTimeCapability, element "DateTimeCapability", tag 0x836E2144, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDateTimeCapabilitySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -482,8 +575,11 @@ public:
     void SetDateTimeCapability(const DateTimeCapability &value);
     /// Always true.
     bool IsValidDateTimeCapability(const DateTimeCapability &value) const;
+    //@}
 
-    // ---- SystemAntennaConnectedCommand: bool, element "SystemAntennaConnectedCommand", tag 0xCBD5C49C, optional, default false.
+    /// \name SystemAntennaConnectedCommand
+    /// Bool, element "SystemAntennaConnectedCommand", tag 0xCBD5C49C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSystemAntennaConnectedCommandSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -494,6 +590,7 @@ public:
     void SetSystemAntennaConnectedCommand(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSystemAntennaConnectedCommand() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

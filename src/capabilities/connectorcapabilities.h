@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Which antenna connectors a device has, three for VHF and UHF and three for HF.
-    Class id 0x6F200FE5; XML element "ConnectorCapabilities"; 6 fields, presence bits 0 to 5 in field order. */
-class ConnectorCapabilities : public QUILLET::IQuilletObject
+    Class id 0x6F200FE5; XML element "ConnectorCapabilities"; 6 fields, presence bits 0 to 5 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT ConnectorCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- VUHF1Connector: bool, element "VUHF1Connector", tag 0x687E8FCE, optional, default false.
+    /// \name VUHF1Connector
+    /// Bool, element "VUHF1Connector", tag 0x687E8FCE, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVUHF1ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetVUHF1Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVUHF1Connector() const;
+    //@}
 
-    // ---- VUHF2Connector: bool, element "VUHF2Connector", tag 0x42D35C35, optional, default false.
+    /// \name VUHF2Connector
+    /// Bool, element "VUHF2Connector", tag 0x42D35C35, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVUHF2ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetVUHF2Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVUHF2Connector() const;
+    //@}
 
-    // ---- VUHF3Connector: bool, element "VUHF3Connector", tag 0xA190B763, optional, default false.
+    /// \name VUHF3Connector
+    /// Bool, element "VUHF3Connector", tag 0xA190B763, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVUHF3ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetVUHF3Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVUHF3Connector() const;
+    //@}
 
-    // ---- HF1Connector: bool, element "HF1Connector", tag 0x837CB334, optional, default false.
+    /// \name HF1Connector
+    /// Bool, element "HF1Connector", tag 0x837CB334, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHF1ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetHF1Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHF1Connector() const;
+    //@}
 
-    // ---- HF2Connector: bool, element "HF2Connector", tag 0x65562956, optional, default false.
+    /// \name HF2Connector
+    /// Bool, element "HF2Connector", tag 0x65562956, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHF2ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetHF2Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHF2Connector() const;
+    //@}
 
-    // ---- HF3Connector: bool, element "HF3Connector", tag 0x68C1A016, optional, default false.
+    /// \name HF3Connector
+    /// Bool, element "HF3Connector", tag 0x68C1A016, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHF3ConnectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,6 +156,7 @@ public:
     void SetHF3Connector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHF3Connector() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The places where a CSV recording can be made, in the device or in the software.
-    Class id 0xC0ADC5E3; XML element "CSVRecordCapabilities"; 2 fields, presence bits 0 to 1 in field order. */
-class CSVRecordCapabilities : public QUILLET::IQuilletObject
+    Class id 0xC0ADC5E3; XML element "CSVRecordCapabilities"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT CSVRecordCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- DeviceRecording: bool, element "DeviceRecording", tag 0xCBBFC470, optional, default false.
+    /// \name DeviceRecording
+    /// Bool, element "DeviceRecording", tag 0xCBBFC470, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDeviceRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetDeviceRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDeviceRecording() const;
+    //@}
 
-    // ---- SoftwareRecording: bool, element "SoftwareRecording", tag 0x86F9F4E3, optional, default false.
+    /// \name SoftwareRecording
+    /// Bool, element "SoftwareRecording", tag 0x86F9F4E3, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSoftwareRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,6 +96,7 @@ public:
     void SetSoftwareRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSoftwareRecording() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

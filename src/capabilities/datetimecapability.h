@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Which clock functions a device supports, one required flag each: the writers leave an unset flag out, the raw reader always reads all eight.
-    Class id 0xE63A8D7D; XML element "DateTimeCapability"; 8 fields, presence bits 0 to 7 in field order. */
-class DateTimeCapability : public QUILLET::IQuilletObject
+    Class id 0xE63A8D7D; XML element "DateTimeCapability"; 8 fields, presence bits 0 to 7 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT DateTimeCapability : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- UserInputSupport: bool, element "UserInputSupport", tag 0xCCD68951, required, default false.
+    /// \name UserInputSupport
+    /// Bool, element "UserInputSupport", tag 0xCCD68951, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsUserInputSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetUserInputSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultUserInputSupport() const;
+    //@}
 
-    // ---- ReceiverClockOriginSupport: bool, element "ReceiverClockOriginSupport", tag 0xCEDA5030, required, default false.
+    /// \name ReceiverClockOriginSupport
+    /// Bool, element "ReceiverClockOriginSupport", tag 0xCEDA5030, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsReceiverClockOriginSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetReceiverClockOriginSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultReceiverClockOriginSupport() const;
+    //@}
 
-    // ---- ClockLastSetSupport: bool, element "ClockLastSetSupport", tag 0xE7B8EBEA, required, default false.
+    /// \name ClockLastSetSupport
+    /// Bool, element "ClockLastSetSupport", tag 0xE7B8EBEA, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsClockLastSetSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetClockLastSetSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultClockLastSetSupport() const;
+    //@}
 
-    // ---- TimeZoneSupport: bool, element "TimeZoneSupport", tag 0x0EB09C01, required, default false.
+    /// \name TimeZoneSupport
+    /// Bool, element "TimeZoneSupport", tag 0x0EB09C01, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTimeZoneSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetTimeZoneSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTimeZoneSupport() const;
+    //@}
 
-    // ---- GPSSetTimeSupport: bool, element "GPSSetTimeSupport", tag 0x4860CD4A, required, default false.
+    /// \name GPSSetTimeSupport
+    /// Bool, element "GPSSetTimeSupport", tag 0x4860CD4A, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSSetTimeSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetGPSSetTimeSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultGPSSetTimeSupport() const;
+    //@}
 
-    // ---- NTSSetTimeSupport: bool, element "NTSSetTimeSupport", tag 0xAFED4F46, required, default false.
+    /// \name NTSSetTimeSupport
+    /// Bool, element "NTSSetTimeSupport", tag 0xAFED4F46, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNTSSetTimeSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetNTSSetTimeSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultNTSSetTimeSupport() const;
+    //@}
 
-    // ---- GPSTimeOffsetSupport: bool, element "GPSTimeOffsetSupport", tag 0xCB98B48D, required, default false.
+    /// \name GPSTimeOffsetSupport
+    /// Bool, element "GPSTimeOffsetSupport", tag 0xCB98B48D, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSTimeOffsetSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetGPSTimeOffsetSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultGPSTimeOffsetSupport() const;
+    //@}
 
-    // ---- ClockStartSupport: bool, element "ClockStartSupport", tag 0x2768E58C, required, default false.
+    /// \name ClockStartSupport
+    /// Bool, element "ClockStartSupport", tag 0x2768E58C, required, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsClockStartSupportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,6 +186,7 @@ public:
     void SetClockStartSupport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultClockStartSupport() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The direction-finding functions of a device.
-    Class id 0x65C23DB4; XML element "DFCabapilites"; 11 fields, presence bits 0 to 10 in field order. */
-class DFCabapilites : public QUILLET::IQuilletObject
+    Class id 0x65C23DB4; XML element "DFCabapilites"; 11 fields, presence bits 0 to 10 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT DFCabapilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- DirectionFindingWideBand: bool, element "DirectionFindingWideBand", tag 0xA88D652C, optional, default false.
+    /// \name DirectionFindingWideBand
+    /// Bool, element "DirectionFindingWideBand", tag 0xA88D652C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDirectionFindingWideBandSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetDirectionFindingWideBand(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDirectionFindingWideBand() const;
+    //@}
 
-    // ---- InteralGPS: bool, element "InteralGPS", tag 0x0301F564, optional, default false.
+    /// \name InteralGPS
+    /// Bool, element "InteralGPS", tag 0x0301F564, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsInteralGPSSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetInteralGPS(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultInteralGPS() const;
+    //@}
 
-    // ---- LocationAndCompass: bool, element "LocationAndCompass", tag 0xA6445566, optional, default false.
+    /// \name LocationAndCompass
+    /// Bool, element "LocationAndCompass", tag 0xA6445566, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLocationAndCompassSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetLocationAndCompass(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultLocationAndCompass() const;
+    //@}
 
-    // ---- DFAntenna: bool, element "DFAntenna", tag 0x6193484E, optional, default false.
+    /// \name DFAntenna
+    /// Bool, element "DFAntenna", tag 0x6193484E, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFAntennaSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetDFAntenna(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFAntenna() const;
+    //@}
 
-    // ---- DFReference: bool, element "DFReference", tag 0x4E40CC82, optional, initial false, no default. No default: ResetToDefault leaves it unset, and an empty element is refused while validating.
+    /// \name DFReference
+    /// Bool, element "DFReference", tag 0x4E40CC82, optional, initial false, no default. No default: ResetToDefault leaves it unset, and an empty element is refused while validating.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFReferenceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetDFReference(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFReference() const;
+    //@}
 
-    // ---- DFBwDecoupleMode: bool, element "DFBwDecoupleMode", tag 0x0DBE0089, optional, default false.
+    /// \name DFBwDecoupleMode
+    /// Bool, element "DFBwDecoupleMode", tag 0x0DBE0089, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFBwDecoupleModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetDFBwDecoupleMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFBwDecoupleMode() const;
+    //@}
 
-    // ---- DFMSearch: bool, element "DFMSearch", tag 0x493B3876, optional, default false.
+    /// \name DFMSearch
+    /// Bool, element "DFMSearch", tag 0x493B3876, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFMSearchSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetDFMSearch(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFMSearch() const;
+    //@}
 
-    // ---- DFEnabled: bool, element "DFEnabled", tag 0xAFA4C763, optional, default false.
+    /// \name DFEnabled
+    /// Bool, element "DFEnabled", tag 0xAFA4C763, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFEnabledSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,8 +186,11 @@ public:
     void SetDFEnabled(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFEnabled() const;
+    //@}
 
-    // ---- MemContDf: bool, element "MemContDf", tag 0xE75138D3, optional, default false.
+    /// \name MemContDf
+    /// Bool, element "MemContDf", tag 0xE75138D3, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMemContDfSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -174,8 +201,11 @@ public:
     void SetMemContDf(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMemContDf() const;
+    //@}
 
-    // ---- DFScan: bool, element "DFScan", tag 0xABD6E73C, optional, default false.
+    /// \name DFScan
+    /// Bool, element "DFScan", tag 0xABD6E73C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -186,8 +216,11 @@ public:
     void SetDFScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFScan() const;
+    //@}
 
-    // ---- InvertedDFAntenna: bool, element "InvertedDFAntenna", tag 0x664EAD17, optional, initial false, no default. No default: ResetToDefault leaves it unset, and an empty element is refused while validating.
+    /// \name InvertedDFAntenna
+    /// Bool, element "InvertedDFAntenna", tag 0x664EAD17, optional, initial false, no default. No default: ResetToDefault leaves it unset, and an empty element is refused while validating.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsInvertedDFAntennaSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -198,6 +231,7 @@ public:
     void SetInvertedDFAntenna(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultInvertedDFAntenna() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

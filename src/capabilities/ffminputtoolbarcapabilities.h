@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The input elements of the fixed-frequency measurement toolbar.
-    Class id 0x68375921; XML element "FFMInputToolbarCapabilities"; 8 fields, presence bits 0 to 7 in field order. */
-class FFMInputToolbarCapabilities : public QUILLET::IQuilletObject
+    Class id 0x68375921; XML element "FFMInputToolbarCapabilities"; 8 fields, presence bits 0 to 7 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT FFMInputToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- MeasMode: bool, element "MeasMode", tag 0x4A191839, optional, default false.
+    /// \name MeasMode
+    /// Bool, element "MeasMode", tag 0x4A191839, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetMeasMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMeasMode() const;
+    //@}
 
-    // ---- MeasurementTime: bool, element "MeasurementTime", tag 0xE4A058F4, optional, default false.
+    /// \name MeasurementTime
+    /// Bool, element "MeasurementTime", tag 0xE4A058F4, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasurementTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetMeasurementTime(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMeasurementTime() const;
+    //@}
 
-    // ---- PeakDetector: bool, element "PeakDetector", tag 0x0B2EF587, optional, default false.
+    /// \name PeakDetector
+    /// Bool, element "PeakDetector", tag 0x0B2EF587, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPeakDetectorSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetPeakDetector(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPeakDetector() const;
+    //@}
 
-    // ---- ThresholdValue: bool, element "ThresholdValue", tag 0xCF67D889, optional, default false.
+    /// \name ThresholdValue
+    /// Bool, element "ThresholdValue", tag 0xCF67D889, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsThresholdValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetThresholdValue(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultThresholdValue() const;
+    //@}
 
-    // ---- LevelBar: bool, element "LevelBar", tag 0xAC4FF91B, optional, default false.
+    /// \name LevelBar
+    /// Bool, element "LevelBar", tag 0xAC4FF91B, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLevelBarSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetLevelBar(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultLevelBar() const;
+    //@}
 
-    // ---- BigLevelDisplay: bool, element "BigLevelDisplay", tag 0x63153E6A, optional, default false.
+    /// \name BigLevelDisplay
+    /// Bool, element "BigLevelDisplay", tag 0x63153E6A, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBigLevelDisplaySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetBigLevelDisplay(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultBigLevelDisplay() const;
+    //@}
 
-    // ---- AttenuationSettings: bool, element "AttenuationSettings", tag 0x086D814F, optional, default false.
+    /// \name AttenuationSettings
+    /// Bool, element "AttenuationSettings", tag 0x086D814F, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAttenuationSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetAttenuationSettings(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAttenuationSettings() const;
+    //@}
 
-    // ---- AFC: bool, element "AFC", tag 0x2A13E57C, optional, default false.
+    /// \name AFC
+    /// Bool, element "AFC", tag 0x2A13E57C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAFCSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,6 +186,7 @@ public:
     void SetAFC(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAFC() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The entries of the file menu; flags without a default.
-    Class id 0xE444B389; XML element "FileMenuCapabilites"; 4 fields, presence bits 0 to 3 in field order. */
-class FileMenuCapabilites : public QUILLET::IQuilletObject
+    Class id 0xE444B389; XML element "FileMenuCapabilites"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT FileMenuCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- ImportDeviceSettings: bool, element "ImportDeviceSettings", tag 0xC8BADC48, optional, initial false, no default.
+    /// \name ImportDeviceSettings
+    /// Bool, element "ImportDeviceSettings", tag 0xC8BADC48, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsImportDeviceSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetImportDeviceSettings(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultImportDeviceSettings() const;
+    //@}
 
-    // ---- ExportDeviceSettings: bool, element "ExportDeviceSettings", tag 0x01E9EB25, optional, initial false, no default.
+    /// \name ExportDeviceSettings
+    /// Bool, element "ExportDeviceSettings", tag 0x01E9EB25, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsExportDeviceSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetExportDeviceSettings(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultExportDeviceSettings() const;
+    //@}
 
-    // ---- Cancel: bool, element "Cancel", tag 0x80E406BF, optional, initial false, no default.
+    /// \name Cancel
+    /// Bool, element "Cancel", tag 0x80E406BF, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCancelSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetCancel(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultCancel() const;
+    //@}
 
-    // ---- ExitWithOstrom: bool, element "ExitWithOstrom", tag 0x423C814A, optional, initial false, no default.
+    /// \name ExitWithOstrom
+    /// Bool, element "ExitWithOstrom", tag 0x423C814A, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsExitWithOstromSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,6 +126,7 @@ public:
     void SetExitWithOstrom(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultExitWithOstrom() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

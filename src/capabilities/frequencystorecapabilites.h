@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The functions of the frequency store; flags without a default.
-    Class id 0x02F1CBA8; XML element "FrequencyStoreCapabilites"; 8 fields, presence bits 0 to 7 in field order. */
-class FrequencyStoreCapabilites : public QUILLET::IQuilletObject
+    Class id 0x02F1CBA8; XML element "FrequencyStoreCapabilites"; 8 fields, presence bits 0 to 7 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT FrequencyStoreCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- GlobalSuppress: bool, element "GlobalSuppress", tag 0xADACC46B, optional, initial false, no default.
+    /// \name GlobalSuppress
+    /// Bool, element "GlobalSuppress", tag 0xADACC46B, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGlobalSuppressSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetGlobalSuppress(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultGlobalSuppress() const;
+    //@}
 
-    // ---- LocalSuppress: bool, element "LocalSuppress", tag 0x4C3B1604, optional, initial false, no default.
+    /// \name LocalSuppress
+    /// Bool, element "LocalSuppress", tag 0x4C3B1604, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLocalSuppressSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetLocalSuppress(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultLocalSuppress() const;
+    //@}
 
-    // ---- Clipboard: bool, element "Clipboard", tag 0x8AFAC1A6, optional, initial false, no default.
+    /// \name Clipboard
+    /// Bool, element "Clipboard", tag 0x8AFAC1A6, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsClipboardSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetClipboard(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultClipboard() const;
+    //@}
 
-    // ---- Merge: bool, element "Merge", tag 0x6A58A824, optional, initial false, no default.
+    /// \name Merge
+    /// Bool, element "Merge", tag 0x6A58A824, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMergeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetMerge(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMerge() const;
+    //@}
 
-    // ---- ImportFromDevice: bool, element "ImportFromDevice", tag 0x83F73828, optional, initial false, no default.
+    /// \name ImportFromDevice
+    /// Bool, element "ImportFromDevice", tag 0x83F73828, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsImportFromDeviceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetImportFromDevice(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultImportFromDevice() const;
+    //@}
 
-    // ---- ExportToDevice: bool, element "ExportToDevice", tag 0xAEF6F8AE, optional, initial false, no default.
+    /// \name ExportToDevice
+    /// Bool, element "ExportToDevice", tag 0xAEF6F8AE, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsExportToDeviceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetExportToDevice(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultExportToDevice() const;
+    //@}
 
-    // ---- FileImport: bool, element "FileImport", tag 0xCD9076C6, optional, initial false, no default.
+    /// \name FileImport
+    /// Bool, element "FileImport", tag 0xCD9076C6, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFileImportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetFileImport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFileImport() const;
+    //@}
 
-    // ---- FileExport: bool, element "FileExport", tag 0x8DE61BB4, optional, initial false, no default.
+    /// \name FileExport
+    /// Bool, element "FileExport", tag 0x8DE61BB4, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFileExportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,6 +186,7 @@ public:
     void SetFileExport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFileExport() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The option flags of one device.
-    Class id 0x8E7ECC41; XML element "HardwareOptions"; 47 fields, presence bits 0 to 46 in field order. */
-class HardwareOptions : public QUILLET::IQuilletObject
+    Class id 0x8E7ECC41; XML element "HardwareOptions"; 47 fields, presence bits 0 to 46 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT HardwareOptions : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- PanoramaScan: bool, element "PanoramaScan", tag 0xCA9E431D, optional, default false.
+    /// \name PanoramaScan
+    /// Bool, element "PanoramaScan", tag 0xCA9E431D, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPanoramaScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetPanoramaScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPanoramaScan() const;
+    //@}
 
-    // ---- ITUMeasurement: bool, element "ITUMeasurement", tag 0xEB8949F7, optional, default false.
+    /// \name ITUMeasurement
+    /// Bool, element "ITUMeasurement", tag 0xEB8949F7, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsITUMeasurementSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetITUMeasurement(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultITUMeasurement() const;
+    //@}
 
-    // ---- SelCall: bool, element "SelCall", tag 0x2B05ABA8, optional, default false.
+    /// \name SelCall
+    /// Bool, element "SelCall", tag 0x2B05ABA8, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSelCallSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetSelCall(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSelCall() const;
+    //@}
 
-    // ---- DirectionFinding: bool, element "DirectionFinding", tag 0xAB344772, optional, default false.
+    /// \name DirectionFinding
+    /// Bool, element "DirectionFinding", tag 0xAB344772, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDirectionFindingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetDirectionFinding(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDirectionFinding() const;
+    //@}
 
-    // ---- DFErrorCorrection: bool, element "DFErrorCorrection", tag 0x42084F71, optional, default false.
+    /// \name DFErrorCorrection
+    /// Bool, element "DFErrorCorrection", tag 0x42084F71, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFErrorCorrectionSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetDFErrorCorrection(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFErrorCorrection() const;
+    //@}
 
-    // ---- DigitalDownConverter: bool, element "DigitalDownConverter", tag 0x0ED03AEE, optional, default false.
+    /// \name DigitalDownConverter
+    /// Bool, element "DigitalDownConverter", tag 0x0ED03AEE, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDigitalDownConverterSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetDigitalDownConverter(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDigitalDownConverter() const;
+    //@}
 
-    // ---- Wideband80Mhz: bool, element "Wideband80Mhz", tag 0x4458FC22, optional, default false.
+    /// \name Wideband80Mhz
+    /// Bool, element "Wideband80Mhz", tag 0x4458FC22, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWideband80MhzSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetWideband80Mhz(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultWideband80Mhz() const;
+    //@}
 
-    // ---- HF: bool, element "HF", tag 0x40D120C0, optional, default false.
+    /// \name HF
+    /// Bool, element "HF", tag 0x40D120C0, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,8 +186,11 @@ public:
     void SetHF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHF() const;
+    //@}
 
-    // ---- SHF: bool, element "SHF", tag 0xC8CEFBA7, optional, default false.
+    /// \name SHF
+    /// Bool, element "SHF", tag 0xC8CEFBA7, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -174,8 +201,11 @@ public:
     void SetSHF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSHF() const;
+    //@}
 
-    // ---- SpectrumUnit: bool, element "SpectrumUnit", tag 0x8FFB345D, optional, default false.
+    /// \name SpectrumUnit
+    /// Bool, element "SpectrumUnit", tag 0x8FFB345D, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSpectrumUnitSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -186,8 +216,11 @@ public:
     void SetSpectrumUnit(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSpectrumUnit() const;
+    //@}
 
-    // ---- GPS: bool, element "GPS", tag 0xEFFAA588, optional, default false.
+    /// \name GPS
+    /// Bool, element "GPS", tag 0xEFFAA588, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -198,8 +231,11 @@ public:
     void SetGPS(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultGPS() const;
+    //@}
 
-    // ---- RemoteControl: bool, element "RemoteControl", tag 0x6A850CD3, optional, default false.
+    /// \name RemoteControl
+    /// Bool, element "RemoteControl", tag 0x6A850CD3, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRemoteControlSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -210,8 +246,11 @@ public:
     void SetRemoteControl(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRemoteControl() const;
+    //@}
 
-    // ---- InternalRecording: bool, element "InternalRecording", tag 0x895DEF59, optional, default false.
+    /// \name InternalRecording
+    /// Bool, element "InternalRecording", tag 0x895DEF59, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsInternalRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -222,8 +261,11 @@ public:
     void SetInternalRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultInternalRecording() const;
+    //@}
 
-    // ---- RecordingReplay: bool, element "RecordingReplay", tag 0xE0B4CA67, optional, default false.
+    /// \name RecordingReplay
+    /// Bool, element "RecordingReplay", tag 0xE0B4CA67, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRecordingReplaySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -234,8 +276,11 @@ public:
     void SetRecordingReplay(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRecordingReplay() const;
+    //@}
 
-    // ---- AnalogScan: bool, element "AnalogScan", tag 0xCCFED2FF, optional, default false.
+    /// \name AnalogScan
+    /// Bool, element "AnalogScan", tag 0xCCFED2FF, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAnalogScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -246,8 +291,11 @@ public:
     void SetAnalogScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAnalogScan() const;
+    //@}
 
-    // ---- Tuner0: bool, element "Tuner0", tag 0x4CDD8606, optional, default false.
+    /// \name Tuner0
+    /// Bool, element "Tuner0", tag 0x4CDD8606, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTuner0Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -258,8 +306,11 @@ public:
     void SetTuner0(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTuner0() const;
+    //@}
 
-    // ---- Tuner1: bool, element "Tuner1", tag 0xA2597A8E, optional, default false.
+    /// \name Tuner1
+    /// Bool, element "Tuner1", tag 0xA2597A8E, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTuner1Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -270,8 +321,11 @@ public:
     void SetTuner1(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTuner1() const;
+    //@}
 
-    // ---- Tuner2: bool, element "Tuner2", tag 0x07C8A0C8, optional, default false.
+    /// \name Tuner2
+    /// Bool, element "Tuner2", tag 0x07C8A0C8, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTuner2Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -282,8 +336,11 @@ public:
     void SetTuner2(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTuner2() const;
+    //@}
 
-    // ---- Tuner3: bool, element "Tuner3", tag 0x881F5A38, optional, default false.
+    /// \name Tuner3
+    /// Bool, element "Tuner3", tag 0x881F5A38, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTuner3Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -294,8 +351,11 @@ public:
     void SetTuner3(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTuner3() const;
+    //@}
 
-    // ---- Tuner0FrequencyExtension: bool, element "Tuner0FrequencyExtension", tag 0x2458CE7C, optional, default false.
+    /// \name Tuner0FrequencyExtension
+    /// Bool, element "Tuner0FrequencyExtension", tag 0x2458CE7C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTuner0FrequencyExtensionSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -306,8 +366,11 @@ public:
     void SetTuner0FrequencyExtension(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTuner0FrequencyExtension() const;
+    //@}
 
-    // ---- DigitalScan: bool, element "DigitalScan", tag 0x0994E5BE, optional, default false.
+    /// \name DigitalScan
+    /// Bool, element "DigitalScan", tag 0x0994E5BE, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDigitalScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -318,8 +381,11 @@ public:
     void SetDigitalScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDigitalScan() const;
+    //@}
 
-    // ---- BatteryPack: bool, element "BatteryPack", tag 0x25DCC80E, optional, default false.
+    /// \name BatteryPack
+    /// Bool, element "BatteryPack", tag 0x25DCC80E, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBatteryPackSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -330,8 +396,11 @@ public:
     void SetBatteryPack(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultBatteryPack() const;
+    //@}
 
-    // ---- ExpansionRAM: bool, element "ExpansionRAM", tag 0x44C57493, optional, default false.
+    /// \name ExpansionRAM
+    /// Bool, element "ExpansionRAM", tag 0x44C57493, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsExpansionRAMSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -342,8 +411,11 @@ public:
     void SetExpansionRAM(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultExpansionRAM() const;
+    //@}
 
-    // ---- CoverageMeasurement: bool, element "CoverageMeasurement", tag 0x2F5BDF54, optional, default false.
+    /// \name CoverageMeasurement
+    /// Bool, element "CoverageMeasurement", tag 0x2F5BDF54, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCoverageMeasurementSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -354,8 +426,11 @@ public:
     void SetCoverageMeasurement(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultCoverageMeasurement() const;
+    //@}
 
-    // ---- FieldStrengthMeasurement: bool, element "FieldStrengthMeasurement", tag 0xC8858CE7, optional, default false.
+    /// \name FieldStrengthMeasurement
+    /// Bool, element "FieldStrengthMeasurement", tag 0xC8858CE7, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFieldStrengthMeasurementSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -366,8 +441,11 @@ public:
     void SetFieldStrengthMeasurement(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFieldStrengthMeasurement() const;
+    //@}
 
-    // ---- VeltraInterface: bool, element "VeltraInterface", tag 0x66716251, optional, default false.
+    /// \name VeltraInterface
+    /// Bool, element "VeltraInterface", tag 0x66716251, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVeltraInterfaceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -378,8 +456,11 @@ public:
     void SetVeltraInterface(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVeltraInterface() const;
+    //@}
 
-    // ---- IGT: bool, element "IGT", tag 0x8E43F9A9, optional, default false.
+    /// \name IGT
+    /// Bool, element "IGT", tag 0x8E43F9A9, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIGTSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -390,8 +471,11 @@ public:
     void SetIGT(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIGT() const;
+    //@}
 
-    // ---- WidebandDF: bool, element "WidebandDF", tag 0x052312BF, optional, default false.
+    /// \name WidebandDF
+    /// Bool, element "WidebandDF", tag 0x052312BF, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWidebandDFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -402,8 +486,11 @@ public:
     void SetWidebandDF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultWidebandDF() const;
+    //@}
 
-    // ---- ExternalTriggeredMeasurement: bool, element "ExternalTriggeredMeasurement", tag 0xEFA436EF, optional, default false.
+    /// \name ExternalTriggeredMeasurement
+    /// Bool, element "ExternalTriggeredMeasurement", tag 0xEFA436EF, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsExternalTriggeredMeasurementSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -414,8 +501,11 @@ public:
     void SetExternalTriggeredMeasurement(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultExternalTriggeredMeasurement() const;
+    //@}
 
-    // ---- SCUP: bool, element "SCUP", tag 0xE90E5E10, optional, default false.
+    /// \name SCUP
+    /// Bool, element "SCUP", tag 0xE90E5E10, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSCUPSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -426,8 +516,11 @@ public:
     void SetSCUP(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSCUP() const;
+    //@}
 
-    // ---- FieldExtension: bool, element "FieldExtension", tag 0x0529B068, optional, default false.
+    /// \name FieldExtension
+    /// Bool, element "FieldExtension", tag 0x0529B068, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFieldExtensionSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -438,8 +531,11 @@ public:
     void SetFieldExtension(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFieldExtension() const;
+    //@}
 
-    // ---- FrequencyProcessingSHF: bool, element "FrequencyProcessingSHF", tag 0x2673F806, optional, default false.
+    /// \name FrequencyProcessingSHF
+    /// Bool, element "FrequencyProcessingSHF", tag 0x2673F806, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencyProcessingSHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -450,8 +546,11 @@ public:
     void SetFrequencyProcessingSHF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFrequencyProcessingSHF() const;
+    //@}
 
-    // ---- MapDisplay: bool, element "MapDisplay", tag 0x0C5D619A, optional, default false.
+    /// \name MapDisplay
+    /// Bool, element "MapDisplay", tag 0x0C5D619A, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMapDisplaySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -462,8 +561,11 @@ public:
     void SetMapDisplay(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMapDisplay() const;
+    //@}
 
-    // ---- SerialInterface: bool, element "SerialInterface", tag 0x065813C0, optional, default false.
+    /// \name SerialInterface
+    /// Bool, element "SerialInterface", tag 0x065813C0, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSerialInterfaceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -474,8 +576,11 @@ public:
     void SetSerialInterface(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSerialInterface() const;
+    //@}
 
-    // ---- DetectorShortTimeSignal: bool, element "DetectorShortTimeSignal", tag 0xCA626CE9, optional, default false.
+    /// \name DetectorShortTimeSignal
+    /// Bool, element "DetectorShortTimeSignal", tag 0xCA626CE9, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDetectorShortTimeSignalSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -486,8 +591,11 @@ public:
     void SetDetectorShortTimeSignal(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDetectorShortTimeSignal() const;
+    //@}
 
-    // ---- ZeroSpan: bool, element "ZeroSpan", tag 0x2B381EC9, optional, default false.
+    /// \name ZeroSpan
+    /// Bool, element "ZeroSpan", tag 0x2B381EC9, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsZeroSpanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -498,8 +606,11 @@ public:
     void SetZeroSpan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultZeroSpan() const;
+    //@}
 
-    // ---- Option1: bool, element "Option1", tag 0xE019E64C, optional, default false.
+    /// \name Option1
+    /// Bool, element "Option1", tag 0xE019E64C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOption1Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -510,8 +621,11 @@ public:
     void SetOption1(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultOption1() const;
+    //@}
 
-    // ---- Option2: bool, element "Option2", tag 0x89DAA2E0, optional, default false.
+    /// \name Option2
+    /// Bool, element "Option2", tag 0x89DAA2E0, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOption2Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -522,8 +636,11 @@ public:
     void SetOption2(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultOption2() const;
+    //@}
 
-    // ---- Option3: bool, element "Option3", tag 0x61601A2A, optional, default false.
+    /// \name Option3
+    /// Bool, element "Option3", tag 0x61601A2A, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOption3Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -534,8 +651,11 @@ public:
     void SetOption3(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultOption3() const;
+    //@}
 
-    // ---- SEHF: bool, element "SEHF", tag 0x6D5812C4, optional, default false.
+    /// \name SEHF
+    /// Bool, element "SEHF", tag 0x6D5812C4, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSEHFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -546,8 +666,11 @@ public:
     void SetSEHF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSEHF() const;
+    //@}
 
-    // ---- IGT2: bool, element "IGT2", tag 0x60D641D1, optional, default false.
+    /// \name IGT2
+    /// Bool, element "IGT2", tag 0x60D641D1, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIGT2Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -558,8 +681,11 @@ public:
     void SetIGT2(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIGT2() const;
+    //@}
 
-    // ---- DCPowerSupply: bool, element "DCPowerSupply", tag 0xCED2B975, optional, default false.
+    /// \name DCPowerSupply
+    /// Bool, element "DCPowerSupply", tag 0xCED2B975, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDCPowerSupplySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -570,8 +696,11 @@ public:
     void SetDCPowerSupply(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDCPowerSupply() const;
+    //@}
 
-    // ---- DDCSignalExtraction: bool, element "DDCSignalExtraction", tag 0x4CACED80, optional, default false.
+    /// \name DDCSignalExtraction
+    /// Bool, element "DDCSignalExtraction", tag 0x4CACED80, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDDCSignalExtractionSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -582,8 +711,11 @@ public:
     void SetDDCSignalExtraction(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDDCSignalExtraction() const;
+    //@}
 
-    // ---- F1: bool, element "F1", tag 0xC6C821AA, optional, default false.
+    /// \name F1
+    /// Bool, element "F1", tag 0xC6C821AA, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsF1Set() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -594,8 +726,11 @@ public:
     void SetF1(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultF1() const;
+    //@}
 
-    // ---- HighResolutionPanorama: bool, element "HighResolutionPanorama", tag 0x6DECB1CD, optional, default false.
+    /// \name HighResolutionPanorama
+    /// Bool, element "HighResolutionPanorama", tag 0x6DECB1CD, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsHighResolutionPanoramaSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -606,8 +741,11 @@ public:
     void SetHighResolutionPanorama(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultHighResolutionPanorama() const;
+    //@}
 
-    // ---- WidebandIF: bool, element "WidebandIF", tag 0xC1C7F73E, optional, default false.
+    /// \name WidebandIF
+    /// Bool, element "WidebandIF", tag 0xC1C7F73E, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWidebandIFSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -618,8 +756,11 @@ public:
     void SetWidebandIF(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultWidebandIF() const;
+    //@}
 
-    // ---- Polychrome: bool, element "Polychrome", tag 0xAAB21D1E, optional, default false.
+    /// \name Polychrome
+    /// Bool, element "Polychrome", tag 0xAAB21D1E, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPolychromeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -630,6 +771,7 @@ public:
     void SetPolychrome(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPolychrome() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The lowest and highest bandwidth for ISB.
-    Class id 0xC1DCC3C4; XML element "ISBBandwidthSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class ISBBandwidthSettings : public QUILLET::IQuilletObject
+    Class id 0xC1DCC3C4; XML element "ISBBandwidthSettings"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT ISBBandwidthSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- MinBandwidth: double, element "MinBandwidth", tag 0xC32EB75A, required, initial 0, no default. Written whether set or not; ResetToDefault leaves it unset, so Check demands it afterwards.
+    /// \name MinBandwidth
+    /// Double, element "MinBandwidth", tag 0xC32EB75A, required, initial 0, no default. Written whether set or not; ResetToDefault leaves it unset, so Check demands it afterwards.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMinBandwidthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultMinBandwidth() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMinBandwidth(const double &value) const;
+    //@}
 
-    // ---- MaxBandwidth: double, element "MaxBandwidth", tag 0xA723FFDA, required, initial 0, no default. Written whether set or not; ResetToDefault leaves it unset, so Check demands it afterwards.
+    /// \name MaxBandwidth
+    /// Double, element "MaxBandwidth", tag 0xA723FFDA, required, initial 0, no default. Written whether set or not; ResetToDefault leaves it unset, so Check demands it afterwards.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMaxBandwidthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,6 +100,7 @@ public:
     double GetDefaultMaxBandwidth() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMaxBandwidth(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

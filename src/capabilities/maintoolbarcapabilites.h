@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The measurement modes that the main toolbar offers; flags without a default.
-    Class id 0x0A0E97E9; XML element "MainToolbarCapabilites"; 12 fields, presence bits 0 to 11 in field order. */
-class MainToolbarCapabilites : public QUILLET::IQuilletObject
+    Class id 0x0A0E97E9; XML element "MainToolbarCapabilites"; 12 fields, presence bits 0 to 11 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT MainToolbarCapabilites : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- EditMode: bool, element "EditMode", tag 0x85011969, optional, initial false, no default.
+    /// \name EditMode
+    /// Bool, element "EditMode", tag 0x85011969, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsEditModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetEditMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultEditMode() const;
+    //@}
 
-    // ---- FFM: bool, element "FFM", tag 0xE1F6ADCF, optional, initial false, no default.
+    /// \name FFM
+    /// Bool, element "FFM", tag 0xE1F6ADCF, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFFMSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetFFM(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFFM() const;
+    //@}
 
-    // ---- WFFM: bool, element "WFFM", tag 0xE2041531, optional, initial false, no default.
+    /// \name WFFM
+    /// Bool, element "WFFM", tag 0xE2041531, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsWFFMSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetWFFM(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultWFFM() const;
+    //@}
 
-    // ---- FScan: bool, element "FScan", tag 0x607BAF72, optional, initial false, no default.
+    /// \name FScan
+    /// Bool, element "FScan", tag 0x607BAF72, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetFScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFScan() const;
+    //@}
 
-    // ---- FSearch: bool, element "FSearch", tag 0xC1D123C5, optional, initial false, no default.
+    /// \name FSearch
+    /// Bool, element "FSearch", tag 0xC1D123C5, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFSearchSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetFSearch(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultFSearch() const;
+    //@}
 
-    // ---- MScan: bool, element "MScan", tag 0x065CFAF3, optional, initial false, no default.
+    /// \name MScan
+    /// Bool, element "MScan", tag 0x065CFAF3, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetMScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMScan() const;
+    //@}
 
-    // ---- MSearch: bool, element "MSearch", tag 0x24A3A4D4, optional, initial false, no default.
+    /// \name MSearch
+    /// Bool, element "MSearch", tag 0x24A3A4D4, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMSearchSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetMSearch(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMSearch() const;
+    //@}
 
-    // ---- PScan: bool, element "PScan", tag 0x2A9EBCBD, optional, initial false, no default.
+    /// \name PScan
+    /// Bool, element "PScan", tag 0x2A9EBCBD, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,8 +186,11 @@ public:
     void SetPScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPScan() const;
+    //@}
 
-    // ---- DFPan: bool, element "DFPan", tag 0x004A5545, optional, initial false, no default.
+    /// \name DFPan
+    /// Bool, element "DFPan", tag 0x004A5545, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFPanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -174,8 +201,11 @@ public:
     void SetDFPan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFPan() const;
+    //@}
 
-    // ---- DFScan: bool, element "DFScan", tag 0xABD6E73C, optional, initial false, no default.
+    /// \name DFScan
+    /// Bool, element "DFScan", tag 0xABD6E73C, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -186,8 +216,11 @@ public:
     void SetDFScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFScan() const;
+    //@}
 
-    // ---- DFMScan: bool, element "DFMScan", tag 0x8D87C76E, optional, initial false, no default.
+    /// \name DFMScan
+    /// Bool, element "DFMScan", tag 0x8D87C76E, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFMScanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -198,8 +231,11 @@ public:
     void SetDFMScan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDFMScan() const;
+    //@}
 
-    // ---- Dual: bool, element "Dual", tag 0x84FF2787, optional, initial false, no default.
+    /// \name Dual
+    /// Bool, element "Dual", tag 0x84FF2787, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDualSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -210,6 +246,7 @@ public:
     void SetDual(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDual() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The recording functions of a device, with where CSV recordings can be made.
-    Class id 0x8A93A4B7; XML element "MasterRecordingCapabilities"; 17 fields, presence bits 0 to 16 in field order. */
-class MasterRecordingCapabilities : public QUILLET::IQuilletObject
+    Class id 0x8A93A4B7; XML element "MasterRecordingCapabilities"; 17 fields, presence bits 0 to 16 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT MasterRecordingCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- IQRecording: bool, element "IQRecording", tag 0x827BEB36, optional, default false.
+    /// \name IQRecording
+    /// Bool, element "IQRecording", tag 0x827BEB36, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIQRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetIQRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIQRecording() const;
+    //@}
 
-    // ---- ScanRecording: bool, element "ScanRecording", tag 0x4CEC020C, optional, default false.
+    /// \name ScanRecording
+    /// Bool, element "ScanRecording", tag 0x4CEC020C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsScanRecordingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetScanRecording(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultScanRecording() const;
+    //@}
 
-    // ---- RDS: bool, element "RDS", tag 0xADE35889, optional, default false.
+    /// \name RDS
+    /// Bool, element "RDS", tag 0xADE35889, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRDSSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetRDS(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRDS() const;
+    //@}
 
-    // ---- SelCal: bool, element "SelCal", tag 0x60C552A8, optional, default false.
+    /// \name SelCal
+    /// Bool, element "SelCal", tag 0x60C552A8, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSelCalSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,8 +126,11 @@ public:
     void SetSelCal(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSelCal() const;
+    //@}
 
-    // ---- DigitalVideo: bool, element "DigitalVideo", tag 0x086F333C, optional, default false.
+    /// \name DigitalVideo
+    /// Bool, element "DigitalVideo", tag 0x086F333C, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDigitalVideoSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +141,11 @@ public:
     void SetDigitalVideo(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultDigitalVideo() const;
+    //@}
 
-    // ---- Audio: bool, element "Audio", tag 0x24ACB8E3, optional, default true. The one flag of its kind that starts true: Reset and ResetAudio put true back, and an empty element reads as true.
+    /// \name Audio
+    /// Bool, element "Audio", tag 0x24ACB8E3, optional, default true. The one flag of its kind that starts true: Reset and ResetAudio put true back, and an empty element reads as true.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAudioSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,8 +156,11 @@ public:
     void SetAudio(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAudio() const;
+    //@}
 
-    // ---- SelectedMeasurements: bool, element "SelectedMeasurements", tag 0x84F7854D, optional, default false.
+    /// \name SelectedMeasurements
+    /// Bool, element "SelectedMeasurements", tag 0x84F7854D, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSelectedMeasurementsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -150,8 +171,11 @@ public:
     void SetSelectedMeasurements(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSelectedMeasurements() const;
+    //@}
 
-    // ---- IFPan: bool, element "IFPan", tag 0x262E0984, optional, default false.
+    /// \name IFPan
+    /// Bool, element "IFPan", tag 0x262E0984, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFPanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -162,8 +186,11 @@ public:
     void SetIFPan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultIFPan() const;
+    //@}
 
-    // ---- PIFPan: bool, element "PIFPan", tag 0x0AC97B74, optional, default false.
+    /// \name PIFPan
+    /// Bool, element "PIFPan", tag 0x0AC97B74, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPIFPanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -174,8 +201,11 @@ public:
     void SetPIFPan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPIFPan() const;
+    //@}
 
-    // ---- VDPan: bool, element "VDPan", tag 0xC43C3CDC, optional, default false.
+    /// \name VDPan
+    /// Bool, element "VDPan", tag 0xC43C3CDC, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVDPanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -186,8 +216,11 @@ public:
     void SetVDPan(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVDPan() const;
+    //@}
 
-    // ---- TV: bool, element "TV", tag 0xECE85CDA, optional, default false.
+    /// \name TV
+    /// Bool, element "TV", tag 0xECE85CDA, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTVSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -198,8 +231,11 @@ public:
     void SetTV(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultTV() const;
+    //@}
 
-    // ---- AllAudioAvailable: bool, element "AllAudioAvailable", tag 0x0005D222, optional, default false.
+    /// \name AllAudioAvailable
+    /// Bool, element "AllAudioAvailable", tag 0x0005D222, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAllAudioAvailableSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -210,8 +246,11 @@ public:
     void SetAllAudioAvailable(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAllAudioAvailable() const;
+    //@}
 
-    // ---- SDCardAvailable: bool, element "SDCardAvailable", tag 0x8174E478, optional, default false.
+    /// \name SDCardAvailable
+    /// Bool, element "SDCardAvailable", tag 0x8174E478, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSDCardAvailableSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -222,8 +261,11 @@ public:
     void SetSDCardAvailable(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSDCardAvailable() const;
+    //@}
 
-    // ---- SorrelAvailable: bool, element "SorrelAvailable", tag 0x024FAFA0, optional, default false.
+    /// \name SorrelAvailable
+    /// Bool, element "SorrelAvailable", tag 0x024FAFA0, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSorrelAvailableSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -234,8 +276,11 @@ public:
     void SetSorrelAvailable(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSorrelAvailable() const;
+    //@}
 
-    // ---- VSPAvailable: bool, element "VSPAvailable", tag 0x801B0DC1, optional, default false.
+    /// \name VSPAvailable
+    /// Bool, element "VSPAvailable", tag 0x801B0DC1, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVSPAvailableSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -246,8 +291,11 @@ public:
     void SetVSPAvailable(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultVSPAvailable() const;
+    //@}
 
-    // ---- CSVRecordCapabilities: nested CSVRecordCapabilities, element "CSVRecordCapabilities", tag 0x629D7419, optional.
+    /// \name CSVRecordCapabilities
+    /// Nested CSVRecordCapabilities, element "CSVRecordCapabilities", tag 0x629D7419, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCSVRecordCapabilitiesSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -260,8 +308,11 @@ public:
     void SetCSVRecordCapabilities(const CSVRecordCapabilities &value);
     /// Always true.
     bool IsValidCSVRecordCapabilities(const CSVRecordCapabilities &value) const;
+    //@}
 
-    // ---- JumboFrameCapability: bool, element "JumboFrameCapability", tag 0xCE132117, optional, default false.
+    /// \name JumboFrameCapability
+    /// Bool, element "JumboFrameCapability", tag 0xCE132117, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsJumboFrameCapabilitySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -272,6 +323,7 @@ public:
     void SetJumboFrameCapability(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultJumboFrameCapability() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

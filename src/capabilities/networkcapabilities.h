@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The network functions of a device.
-    Class id 0x8D611B12; XML element "NetworkCapabilities"; 4 fields, presence bits 0 to 3 in field order. */
-class NetworkCapabilities : public QUILLET::IQuilletObject
+    Class id 0x8D611B12; XML element "NetworkCapabilities"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT NetworkCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- NTP: bool, element "NTP", tag 0x4C6AA290, optional, default false.
+    /// \name NTP
+    /// Bool, element "NTP", tag 0x4C6AA290, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNTPSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetNTP(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultNTP() const;
+    //@}
 
-    // ---- StartOfReceiverClock: bool, element "StartOfReceiverClock", tag 0x4EAF4036, optional, default false.
+    /// \name StartOfReceiverClock
+    /// Bool, element "StartOfReceiverClock", tag 0x4EAF4036, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStartOfReceiverClockSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetStartOfReceiverClock(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultStartOfReceiverClock() const;
+    //@}
 
-    // ---- ReceiverPing: bool, element "ReceiverPing", tag 0x4833E0F9, optional, default false.
+    /// \name ReceiverPing
+    /// Bool, element "ReceiverPing", tag 0x4833E0F9, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsReceiverPingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetReceiverPing(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultReceiverPing() const;
+    //@}
 
-    // ---- Locking: bool, element "Locking", tag 0x6960CACB, optional, default false.
+    /// \name Locking
+    /// Bool, element "Locking", tag 0x6960CACB, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLockingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,6 +126,7 @@ public:
     void SetLocking(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultLocking() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

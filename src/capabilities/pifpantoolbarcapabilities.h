@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The PIFPan toolbar, with its one function; a flag without a default.
-    Class id 0xADEE1899; XML element "PIFPanToolbarCapabilities"; 1 field, presence bits 0 to 0 in field order. */
-class PIFPanToolbarCapabilities : public QUILLET::IQuilletObject
+    Class id 0xADEE1899; XML element "PIFPanToolbarCapabilities"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT PIFPanToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- PIFMode: bool, element "PIFMode", tag 0x815486ED, optional, initial false, no default.
+    /// \name PIFMode
+    /// Bool, element "PIFMode", tag 0x815486ED, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPIFModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,6 +81,7 @@ public:
     void SetPIFMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultPIFMode() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The status functions of a device.
-    Class id 0xC6178041; XML element "StatusCapabilities"; 2 fields, presence bits 0 to 1 in field order. */
-class StatusCapabilities : public QUILLET::IQuilletObject
+    Class id 0xC6178041; XML element "StatusCapabilities"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT StatusCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- BuildInTest: bool, element "BuildInTest", tag 0x89EE9393, optional, default false.
+    /// \name BuildInTest
+    /// Bool, element "BuildInTest", tag 0x89EE9393, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBuildInTestSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetBuildInTest(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultBuildInTest() const;
+    //@}
 
-    // ---- OmniphaseCalibration: bool, element "OmniphaseCalibration", tag 0xA81BCA8F, optional, default false.
+    /// \name OmniphaseCalibration
+    /// Bool, element "OmniphaseCalibration", tag 0xA81BCA8F, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOmniphaseCalibrationSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,6 +96,7 @@ public:
     void SetOmniphaseCalibration(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultOmniphaseCalibration() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

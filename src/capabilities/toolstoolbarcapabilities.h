@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The functions of the tools toolbar; flags without a default.
-    Class id 0x2310B988; XML element "ToolsToolbarCapabilities"; 4 fields, presence bits 0 to 3 in field order. */
-class ToolsToolbarCapabilities : public QUILLET::IQuilletObject
+    Class id 0x2310B988; XML element "ToolsToolbarCapabilities"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup capabilities */
+class HALVANE_EXPORT ToolsToolbarCapabilities : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Logging: bool, element "Logging", tag 0x6874F4DB, optional, initial false, no default.
+    /// \name Logging
+    /// Bool, element "Logging", tag 0x6874F4DB, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLoggingSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -78,8 +81,11 @@ public:
     void SetLogging(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultLogging() const;
+    //@}
 
-    // ---- Suppress: bool, element "Suppress", tag 0xE297E49B, optional, initial false, no default.
+    /// \name Suppress
+    /// Bool, element "Suppress", tag 0xE297E49B, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSuppressSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +96,11 @@ public:
     void SetSuppress(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSuppress() const;
+    //@}
 
-    // ---- ToReport: bool, element "ToReport", tag 0xC2882646, optional, initial false, no default.
+    /// \name ToReport
+    /// Bool, element "ToReport", tag 0xC2882646, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsToReportSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -102,8 +111,11 @@ public:
     void SetToReport(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultToReport() const;
+    //@}
 
-    // ---- Save: bool, element "Save", tag 0x23432568, optional, initial false, no default.
+    /// \name Save
+    /// Bool, element "Save", tag 0x23432568, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSaveSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -114,6 +126,7 @@ public:
     void SetSave(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultSave() const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The running state of a receiver's mode, its dual state and the mode of the search scan.
-    Class id 0xC37A4ADF; XML element "ModeManager"; 3 fields, presence bits 0 to 2 in field order. */
-class ModeManager : public QUILLET::IQuilletObject
+    Class id 0xC37A4ADF; XML element "ModeManager"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup frame */
+class HALVANE_EXPORT ModeManager : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -69,11 +70,13 @@ public:
 
     /// A row of the SearchScanMode table.
     struct structMODSearchScanMode {
-        QString Name;
-        QString Guiname;
+        QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+        QString Guiname; ///< The Guiname column.
     };
 
-    // ---- RunningState: enumerated, element "RunningState", tag 0xA2170003, required, initial 255, no default, table RunningState (2 rows: Name).
+    /// \name RunningState
+    /// Enumerated, element "RunningState", tag 0xA2170003, required, initial 255, no default, table RunningState (2 rows: Name).
+    //@{
     /// Row index into the RunningState table; 255 (-1) is invalid.
     typedef qint8 RunningState;
     /// True when the field is set; creates no payload.
@@ -100,8 +103,11 @@ public:
     static QStringList GetRunningStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRunningStates();
+    //@}
 
-    // ---- DualState: enumerated, element "DualState", tag 0xE15535C6, required, initial 255, no default, table DualState (2 rows: Name).
+    /// \name DualState
+    /// Enumerated, element "DualState", tag 0xE15535C6, required, initial 255, no default, table DualState (2 rows: Name).
+    //@{
     /// Row index into the DualState table; 255 (-1) is invalid.
     typedef qint8 DualState;
     /// True when the field is set; creates no payload.
@@ -128,8 +134,11 @@ public:
     static QStringList GetDualStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIDualStates();
+    //@}
 
-    // ---- SearchScanMode: enumerated, element "SearchScanMode", tag 0xA98C8F75, required, initial 255, no default, table SearchScanMode (8 rows: Name, Guiname).
+    /// \name SearchScanMode
+    /// Enumerated, element "SearchScanMode", tag 0xA98C8F75, required, initial 255, no default, table SearchScanMode (8 rows: Name, Guiname).
+    //@{
     /// Row index into the SearchScanMode table; 255 (-1) is invalid.
     typedef qint8 SearchScanMode;
     /// True when the field is set; creates no payload.
@@ -158,6 +167,7 @@ public:
     static QString SearchScanModeToGuiname(const SearchScanMode &value);
     /// The first row whose Guiname is the text; 255 when none is.
     static SearchScanMode GuinameToSearchScanMode(const QString &text);
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -9,8 +9,9 @@
 namespace HALVANE {
 
 /*! A result for one measurement item, with its mode and state.
-    Class id 0x668D69C1; XML element "MeasurementData"; 5 fields, presence bits 0 to 4 in field order. */
-class MeasurementData : public QUILLET::IQuilletObject
+    Class id 0x668D69C1; XML element "MeasurementData"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup measurements */
+class HALVANE_EXPORT MeasurementData : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -68,9 +69,12 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
+    /// A row of the MeasurementItem table, which several classes share.
     typedef ::HALVANE::structMEAMeasurementItem structMEAMeasurementItem;
 
-    // ---- MeasurementItem: enumerated, element "MeasurementItem", tag 0xAF02C080, required, initial 255, no default, table MeasurementItem (69 rows: Name, Selflag, Itemname, Guiname, Unit, Usedbyostrom, Mode, shared).
+    /// \name MeasurementItem
+    /// Enumerated, element "MeasurementItem", tag 0xAF02C080, required, initial 255, no default, table MeasurementItem (69 rows: Name, Selflag, Itemname, Guiname, Unit, Usedbyostrom, Mode, shared).
+    //@{
     /// Row index into the MeasurementItem table; 255 (-1) is invalid.
     typedef qint8 MeasurementItem;
     /// True when the field is set; creates no payload.
@@ -119,8 +123,11 @@ public:
     static QString MeasurementItemToMode(const MeasurementItem &value);
     /// The first row whose Mode is the text; 255 when none is.
     static MeasurementItem ModeToMeasurementItem(const QString &text);
+    //@}
 
-    // ---- InternalKey: int, element "InternalKey", tag 0xACB208C7, optional, initial 0, no default.
+    /// \name InternalKey
+    /// Int, element "InternalKey", tag 0xACB208C7, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsInternalKeySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -133,8 +140,11 @@ public:
     int GetDefaultInternalKey() const;
     /// True when the setter accepts the value; always true.
     bool IsValidInternalKey(const int &value) const;
+    //@}
 
-    // ---- MeasurementMode: enumerated, element "MeasurementMode", tag 0x07F21ECA, optional, initial 255, no default, table MeasurementMode (9 rows: Name).
+    /// \name MeasurementMode
+    /// Enumerated, element "MeasurementMode", tag 0x07F21ECA, optional, initial 255, no default, table MeasurementMode (9 rows: Name).
+    //@{
     /// Row index into the MeasurementMode table; 255 (-1) is invalid.
     typedef qint8 MeasurementMode;
     /// True when the field is set; creates no payload.
@@ -161,8 +171,11 @@ public:
     static QStringList GetMeasurementModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIMeasurementModes();
+    //@}
 
-    // ---- MeasurementState: enumerated, element "MeasurementState", tag 0xC4DC1675, optional, initial 255, no default, table MeasurementState (3 rows: Name).
+    /// \name MeasurementState
+    /// Enumerated, element "MeasurementState", tag 0xC4DC1675, optional, initial 255, no default, table MeasurementState (3 rows: Name).
+    //@{
     /// Row index into the MeasurementState table; 255 (-1) is invalid.
     typedef qint8 MeasurementState;
     /// True when the field is set; creates no payload.
@@ -189,8 +202,11 @@ public:
     static QStringList GetMeasurementStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIMeasurementStates();
+    //@}
 
-    // ---- MeasurementResult: nested MeasurementResult, element "MeasurementResult", tag 0xEE3E130B, required.
+    /// \name MeasurementResult
+    /// Nested MeasurementResult, element "MeasurementResult", tag 0xEE3E130B, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasurementResultSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -203,6 +219,7 @@ public:
     void SetMeasurementResult(const MeasurementResult &value);
     /// Always true.
     bool IsValidMeasurementResult(const MeasurementResult &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

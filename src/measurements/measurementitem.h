@@ -7,16 +7,16 @@
 
 namespace HALVANE {
 
-// A row of the measurement item table; Unit is "None" where the quantity has no unit, Usedbyostrom "true" or "false".
-/// A row of the MeasurementItem table.
+/// A row of the measurement item table; Unit is "None" where the quantity has no unit, Usedbyostrom "true" or "false".
+/// \ingroup measurements
 struct structMEAMeasurementItem {
-    QString Name;
-    QString Selflag;
-    QString Itemname;
-    QString Guiname;
-    QString Unit;
-    QString Usedbyostrom;
-    QString Mode;
+    QString Name; ///< The Name, the text of the value in XML and in the tagged form.
+    QString Selflag; ///< The Selflag column.
+    QString Itemname; ///< The Itemname column.
+    QString Guiname; ///< The Guiname column.
+    QString Unit; ///< The Unit column.
+    QString Usedbyostrom; ///< The Usedbyostrom column.
+    QString Mode; ///< The Mode column.
 };
 
 } // namespace HALVANE

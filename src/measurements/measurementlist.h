@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Which measurement items a receiver is to deliver or record, and whether recording is on.
-    Class id 0x2F94692C; XML element "MeasurementList"; 2 fields, presence bits 0 to 1 in field order. */
-class MeasurementList : public QUILLET::IQuilletObject
+    Class id 0x2F94692C; XML element "MeasurementList"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup measurements */
+class HALVANE_EXPORT MeasurementList : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,9 +68,12 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
+    /// A row of the MeasurementItem table, which several classes share.
     typedef ::HALVANE::structMEAMeasurementItem structMEAMeasurementItem;
 
-    // ---- MeasurementItem: list of enumerated items, element "MeasurementItem", tag 0xAF02C080, required, table MeasurementItem (69 rows: Name, Selflag, Itemname, Guiname, Unit, Usedbyostrom, Mode, shared).
+    /// \name MeasurementItem
+    /// List of enumerated items, element "MeasurementItem", tag 0xAF02C080, required, table MeasurementItem (69 rows: Name, Selflag, Itemname, Guiname, Unit, Usedbyostrom, Mode, shared).
+    //@{
     /// Row index into the MeasurementItem table; 255 (-1) is invalid.
     typedef qint8 MeasurementItem;
     /// True when the field is set; creates no payload.
@@ -122,8 +126,11 @@ public:
     static QString MeasurementItemToMode(const MeasurementItem &value);
     /// The first row whose Mode is the text; 255 when none is.
     static MeasurementItem ModeToMeasurementItem(const QString &text);
+    //@}
 
-    // ---- RecordingState: enumerated, element "RecordingState", tag 0xEDDCC926, optional, initial 255, no default, table RecordingState (2 rows: Name). Here "On" is row 0.
+    /// \name RecordingState
+    /// Enumerated, element "RecordingState", tag 0xEDDCC926, optional, initial 255, no default, table RecordingState (2 rows: Name). Here "On" is row 0.
+    //@{
     /// Row index into the RecordingState table; 255 (-1) is invalid.
     typedef qint8 RecordingState;
     /// True when the field is set; creates no payload.
@@ -150,6 +157,7 @@ public:
     static QStringList GetRecordingStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordingStates();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! One result with its time stamp, as a number, as text or both, with a unit.
-    Class id 0x8ADE035B; XML element "MeasurementResult"; 4 fields, presence bits 0 to 3 in field order. */
-class MeasurementResult : public QUILLET::IQuilletObject
+    Class id 0x8ADE035B; XML element "MeasurementResult"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup measurements */
+class HALVANE_EXPORT MeasurementResult : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- TimeStamp: date-time, element "TimeStamp", tag 0x48B92D4D, required.
+    /// \name TimeStamp
+    /// Date-time, element "TimeStamp", tag 0x48B92D4D, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTimeStampSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -82,8 +85,11 @@ public:
     QDateTime GetDefaultTimeStamp() const;
     /// Always true.
     bool IsValidTimeStamp(const QDateTime &value) const;
+    //@}
 
-    // ---- DoubleResult: double, element "DoubleResult", tag 0xC082A1C3, optional, initial 0, no default.
+    /// \name DoubleResult
+    /// Double, element "DoubleResult", tag 0xC082A1C3, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDoubleResultSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -96,8 +102,11 @@ public:
     double GetDefaultDoubleResult() const;
     /// True when the setter accepts the value; always true.
     bool IsValidDoubleResult(const double &value) const;
+    //@}
 
-    // ---- StringResult: string, element "StringResult", tag 0xCFE03D2A, optional, initial null, no default.
+    /// \name StringResult
+    /// String, element "StringResult", tag 0xCFE03D2A, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStringResultSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -110,8 +119,11 @@ public:
     QString GetDefaultStringResult() const;
     /// True unless the string is null.
     bool IsValidStringResult(const QString &value) const;
+    //@}
 
-    // ---- Unit: string, attribute "Unit" (also read as an element), tag 0x88871B46, optional, initial null, no default.
+    /// \name Unit
+    /// String, attribute "Unit" (also read as an element), tag 0x88871B46, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsUnitSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -124,6 +136,7 @@ public:
     QString GetDefaultUnit() const;
     /// True unless the string is null.
     bool IsValidUnit(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The results of one delivery.
-    Class id 0x8A479DE2; XML element "MeasurementResultList"; 1 field, presence bits 0 to 0 in field order. */
-class MeasurementResultList : public QUILLET::IQuilletObject
+    Class id 0x8A479DE2; XML element "MeasurementResultList"; 1 field, presence bits 0 to 0 in field order.
+    \ingroup measurements */
+class HALVANE_EXPORT MeasurementResultList : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- MeasurementData: list of MeasurementData, element "MeasurementData", tag 0xCCA6575E, required.
+    /// \name MeasurementData
+    /// List of MeasurementData, element "MeasurementData", tag 0xCCA6575E, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasurementDataSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -86,6 +89,7 @@ public:
     bool IsValidMeasurementData(const MeasurementData &item) const;
     /// True when every item is valid.
     bool IsValidMeasurementData(const QVector<MeasurementData> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Station name and programme identification code from a radio data system decoder.
-    Class id 0x8B6638C4; XML element "RDSResult"; 2 fields, presence bits 0 to 1 in field order. */
-class RDSResult : public QUILLET::IQuilletObject
+    Class id 0x8B6638C4; XML element "RDSResult"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup measurements */
+class HALVANE_EXPORT RDSResult : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- ProgramName: string, element "ProgramName", tag 0x014B11DC, required, initial null, no default.
+    /// \name ProgramName
+    /// String, element "ProgramName", tag 0x014B11DC, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsProgramNameSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     QString GetDefaultProgramName() const;
     /// True unless the string is null.
     bool IsValidProgramName(const QString &value) const;
+    //@}
 
-    // ---- PICode: string, element "PICode", tag 0xA22F850E, required, initial null, no default.
+    /// \name PICode
+    /// String, element "PICode", tag 0xA22F850E, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPICodeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,6 +100,7 @@ public:
     QString GetDefaultPICode() const;
     /// True unless the string is null.
     bool IsValidPICode(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

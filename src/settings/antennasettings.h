@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The antenna selected for the receiver, its polarisation, mode, downconverter and direction-finder reference.
-    Class id 0xEB325F42; XML element "AntennaSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class AntennaSettings : public QUILLET::IQuilletObject
+    Class id 0xEB325F42; XML element "AntennaSettings"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT AntennaSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Antenna: string, element "Antenna", tag 0xE015130A, required, initial null, no default.
+    /// \name Antenna
+    /// String, element "Antenna", tag 0xE015130A, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     QString GetDefaultAntenna() const;
     /// True unless the string is null.
     bool IsValidAntenna(const QString &value) const;
+    //@}
 
-    // ---- Polarisation: enumerated, element "Polarisation", tag 0x61E7919F, optional, initial 255, no default, table Polarisation (4 rows: Name).
+    /// \name Polarisation
+    /// Enumerated, element "Polarisation", tag 0x61E7919F, optional, initial 255, no default, table Polarisation (4 rows: Name).
+    //@{
     /// Row index into the Polarisation table; 255 (-1) is invalid.
     typedef qint8 Polarisation;
     /// True when the field is set; creates no payload.
@@ -112,8 +118,11 @@ public:
     static QStringList GetPolarisations();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIPolarisations();
+    //@}
 
-    // ---- Mode: enumerated, element "Mode", tag 0x8DC1F911, optional, initial 255, no default, table Mode (2 rows: Name).
+    /// \name Mode
+    /// Enumerated, element "Mode", tag 0x8DC1F911, optional, initial 255, no default, table Mode (2 rows: Name).
+    //@{
     /// Row index into the Mode table; 255 (-1) is invalid.
     typedef qint8 Mode;
     /// True when the field is set; creates no payload.
@@ -140,8 +149,11 @@ public:
     static QStringList GetModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIModes();
+    //@}
 
-    // ---- Downconverter: nested Downconverter, element "Downconverter", tag 0x6F2C8251, optional.
+    /// \name Downconverter
+    /// Nested Downconverter, element "Downconverter", tag 0x6F2C8251, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDownconverterSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -154,8 +166,11 @@ public:
     void SetDownconverter(const Downconverter &value);
     /// Always true.
     bool IsValidDownconverter(const Downconverter &value) const;
+    //@}
 
-    // ---- DFReference: string, element "DFReference", tag 0x6DBCCB69, optional, initial null, no default.
+    /// \name DFReference
+    /// String, element "DFReference", tag 0x6DBCCB69, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFReferenceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -168,6 +183,7 @@ public:
     QString GetDefaultDFReference() const;
     /// True unless the string is null.
     bool IsValidDFReference(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Audio format and audio filter of a receiver.
-    Class id 0x07A08CBC; XML element "AudioSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class AudioSettings : public QUILLET::IQuilletObject
+    Class id 0x07A08CBC; XML element "AudioSettings"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT AudioSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- AudioMode: enumerated, element "AudioMode", tag 0x8151C647, optional, initial 255, no default, table AudioMode (13 rows: Name). The two 8 kHz, 8-bit rows have two blanks before the 8.
+    /// \name AudioMode
+    /// Enumerated, element "AudioMode", tag 0x8151C647, optional, initial 255, no default, table AudioMode (13 rows: Name). The two 8 kHz, 8-bit rows have two blanks before the 8.
+    //@{
     /// Row index into the AudioMode table; 255 (-1) is invalid.
     typedef qint8 AudioMode;
     /// True when the field is set; creates no payload.
@@ -98,8 +101,11 @@ public:
     static QStringList GetAudioModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAudioModes();
+    //@}
 
-    // ---- AudioFilter: enumerated, element "AudioFilter", tag 0xAB3F264A, optional, initial 255, no default, table AudioFilter (8 rows: Name).
+    /// \name AudioFilter
+    /// Enumerated, element "AudioFilter", tag 0xAB3F264A, optional, initial 255, no default, table AudioFilter (8 rows: Name).
+    //@{
     /// Row index into the AudioFilter table; 255 (-1) is invalid.
     typedef qint8 AudioFilter;
     /// True when the field is set; creates no payload.
@@ -126,6 +132,7 @@ public:
     static QStringList GetAudioFilters();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAudioFilters();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

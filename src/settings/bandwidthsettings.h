@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The bandwidth method with its parameters XDBValue and BetaValue, and the measured limits.
-    Class id 0xA8473FFD; XML element "BandwidthSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class BandwidthSettings : public QUILLET::IQuilletObject
+    Class id 0xA8473FFD; XML element "BandwidthSettings"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT BandwidthSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- BandwidthMethod: enumerated, element "BandwidthMethod", tag 0x258E1FC8, required, initial 255, no default, table BandwidthMethod (3 rows: Name).
+    /// \name BandwidthMethod
+    /// Enumerated, element "BandwidthMethod", tag 0x258E1FC8, required, initial 255, no default, table BandwidthMethod (3 rows: Name).
+    //@{
     /// Row index into the BandwidthMethod table; 255 (-1) is invalid.
     typedef qint8 BandwidthMethod;
     /// True when the field is set; creates no payload.
@@ -98,8 +101,11 @@ public:
     static QStringList GetBandwidthMethods();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIBandwidthMethods();
+    //@}
 
-    // ---- XDBValue: float, element "XDBValue", tag 0x8C3A0BDB, required, range 0 to 40, initial 0, no default.
+    /// \name XDBValue
+    /// Float, element "XDBValue", tag 0x8C3A0BDB, required, range 0 to 40, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsXDBValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -112,8 +118,11 @@ public:
     float GetDefaultXDBValue() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidXDBValue(const float &value) const;
+    //@}
 
-    // ---- BetaValue: float, element "BetaValue", tag 0x27CBB815, required, range 0.1 to 100, initial 0, no default. The range is compared in double arithmetic, so the float nearest to 0.1 passes; the initial value 0 lies outside it.
+    /// \name BetaValue
+    /// Float, element "BetaValue", tag 0x27CBB815, required, range 0.1 to 100, initial 0, no default. The range is compared in double arithmetic, so the float nearest to 0.1 passes; the initial value 0 lies outside it.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBetaValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +135,11 @@ public:
     float GetDefaultBetaValue() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidBetaValue(const float &value) const;
+    //@}
 
-    // ---- MeasLower: double, element "MeasLower", tag 0xC74591C8, optional, initial 0, no default.
+    /// \name MeasLower
+    /// Double, element "MeasLower", tag 0xC74591C8, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasLowerSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -140,8 +152,11 @@ public:
     double GetDefaultMeasLower() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMeasLower(const double &value) const;
+    //@}
 
-    // ---- MeasUpper: double, element "MeasUpper", tag 0x80AB5BA4, optional, initial 0, no default.
+    /// \name MeasUpper
+    /// Double, element "MeasUpper", tag 0x80AB5BA4, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasUpperSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -154,6 +169,7 @@ public:
     double GetDefaultMeasUpper() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMeasUpper(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! A height range under an identifier, for the correction of bearings.
-    Class id 0x4F86A43B; XML element "BearingCorrectionSettings"; 3 fields, presence bits 0 to 2 in field order. */
-class BearingCorrectionSettings : public QUILLET::IQuilletObject
+    Class id 0x4F86A43B; XML element "BearingCorrectionSettings"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT BearingCorrectionSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Identifier: int, element "Identifier", tag 0xA5B6E66A, optional, initial 0, no default.
+    /// \name Identifier
+    /// Int, element "Identifier", tag 0xA5B6E66A, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIdentifierSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     int GetDefaultIdentifier() const;
     /// True when the setter accepts the value; always true.
     bool IsValidIdentifier(const int &value) const;
+    //@}
 
-    // ---- FromHeight: double, element "FromHeight", tag 0x628DCB14, required, initial 0, no default.
+    /// \name FromHeight
+    /// Double, element "FromHeight", tag 0x628DCB14, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFromHeightSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultFromHeight() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFromHeight(const double &value) const;
+    //@}
 
-    // ---- ToHeight: double, element "ToHeight", tag 0xA6A476D4, required, initial 0, no default.
+    /// \name ToHeight
+    /// Double, element "ToHeight", tag 0xA6A476D4, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsToHeightSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     double GetDefaultToHeight() const;
     /// True when the setter accepts the value; always true.
     bool IsValidToHeight(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

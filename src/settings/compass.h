@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The heading sensor: its name, its type as text, an offset and where it is connected.
-    Class id 0x0D101802; XML element "Compass"; 4 fields, presence bits 0 to 3 in field order. */
-class Compass : public QUILLET::IQuilletObject
+    Class id 0x0D101802; XML element "Compass"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT Compass : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Name: string, element "Name", tag 0x8C9FBCA8, optional, initial null, no default.
+    /// \name Name
+    /// String, element "Name", tag 0x8C9FBCA8, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsNameSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     QString GetDefaultName() const;
     /// True unless the string is null.
     bool IsValidName(const QString &value) const;
+    //@}
 
-    // ---- Offset: double, element "Offset", tag 0xEF2B095D, optional, initial 0, no default.
+    /// \name Offset
+    /// Double, element "Offset", tag 0xEF2B095D, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOffsetSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -98,8 +104,11 @@ public:
     double GetDefaultOffset() const;
     /// True when the setter accepts the value; always true.
     bool IsValidOffset(const double &value) const;
+    //@}
 
-    // ---- Type: string, element "Type", tag 0x0846C2A1, optional, initial null, no default.
+    /// \name Type
+    /// String, element "Type", tag 0x0846C2A1, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsTypeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -112,8 +121,11 @@ public:
     QString GetDefaultType() const;
     /// True unless the string is null.
     bool IsValidType(const QString &value) const;
+    //@}
 
-    // ---- CompassSource: enumerated, element "CompassSource", tag 0x8A913480, optional, initial 255, no default, table CompassSource (6 rows: Name).
+    /// \name CompassSource
+    /// Enumerated, element "CompassSource", tag 0x8A913480, optional, initial 255, no default, table CompassSource (6 rows: Name).
+    //@{
     /// Row index into the CompassSource table; 255 (-1) is invalid.
     typedef qint8 CompassSource;
     /// True when the field is set; creates no payload.
@@ -140,6 +152,7 @@ public:
     static QStringList GetCompassSources();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUICompassSources();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

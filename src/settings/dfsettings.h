@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The direction-finding settings of a receiver: signal paths, the path in use, bandwidth, measurement time, mode, step and span.
-    Class id 0xEBF2145C; XML element "DFSettings"; 7 fields, presence bits 0 to 6 in field order. */
-class DFSettings : public QUILLET::IQuilletObject
+    Class id 0xEBF2145C; XML element "DFSettings"; 7 fields, presence bits 0 to 6 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT DFSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- SignalPath: list of strings, element "SignalPath", tag 0x6B1E5AB2, optional. Not tied to CurrentSignalPath.
+    /// \name SignalPath
+    /// List of strings, element "SignalPath", tag 0x6B1E5AB2, optional. Not tied to CurrentSignalPath.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSignalPathSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -90,8 +93,11 @@ public:
     bool IsValidSignalPath(const QVector<QString> &items) const;
     /// A null string: list items have no default.
     QString GetDefaultSignalPath() const;
+    //@}
 
-    // ---- CurrentSignalPath: string, element "CurrentSignalPath", tag 0x4B768A4F, optional, initial null, no default.
+    /// \name CurrentSignalPath
+    /// String, element "CurrentSignalPath", tag 0x4B768A4F, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCurrentSignalPathSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -104,8 +110,11 @@ public:
     QString GetDefaultCurrentSignalPath() const;
     /// True unless the string is null.
     bool IsValidCurrentSignalPath(const QString &value) const;
+    //@}
 
-    // ---- DFBandwidth: double, element "DFBandwidth", tag 0x4BEDDD5A, optional, initial 0, no default.
+    /// \name DFBandwidth
+    /// Double, element "DFBandwidth", tag 0x4BEDDD5A, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFBandwidthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -118,8 +127,11 @@ public:
     double GetDefaultDFBandwidth() const;
     /// True when the setter accepts the value; always true.
     bool IsValidDFBandwidth(const double &value) const;
+    //@}
 
-    // ---- DFMeasurementTime: double, element "DFMeasurementTime", tag 0xCD1B5736, optional, initial 0, no default.
+    /// \name DFMeasurementTime
+    /// Double, element "DFMeasurementTime", tag 0xCD1B5736, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFMeasurementTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -132,8 +144,11 @@ public:
     double GetDefaultDFMeasurementTime() const;
     /// True when the setter accepts the value; always true.
     bool IsValidDFMeasurementTime(const double &value) const;
+    //@}
 
-    // ---- DFMode: enumerated, element "DFMode", tag 0x218BD08F, optional, initial 255, no default, table DFMode (3 rows: Name).
+    /// \name DFMode
+    /// Enumerated, element "DFMode", tag 0x218BD08F, optional, initial 255, no default, table DFMode (3 rows: Name).
+    //@{
     /// Row index into the DFMode table; 255 (-1) is invalid.
     typedef qint8 DFMode;
     /// True when the field is set; creates no payload.
@@ -160,8 +175,11 @@ public:
     static QStringList GetDFModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIDFModes();
+    //@}
 
-    // ---- DFStep: double, element "DFStep", tag 0xCA4DC094, optional, initial 0, no default.
+    /// \name DFStep
+    /// Double, element "DFStep", tag 0xCA4DC094, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -174,8 +192,11 @@ public:
     double GetDefaultDFStep() const;
     /// True when the setter accepts the value; always true.
     bool IsValidDFStep(const double &value) const;
+    //@}
 
-    // ---- FreqSpan: double, element "FreqSpan", tag 0x07ACBD4A, optional, initial 0, no default.
+    /// \name FreqSpan
+    /// Double, element "FreqSpan", tag 0x07ACBD4A, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFreqSpanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -188,6 +209,7 @@ public:
     double GetDefaultFreqSpan() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFreqSpan(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

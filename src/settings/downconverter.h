@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! A downconverter given by its start, stop and oscillator frequency.
-    Class id 0xCD2750A9; XML element "Downconverter"; 3 fields, presence bits 0 to 2 in field order. */
-class Downconverter : public QUILLET::IQuilletObject
+    Class id 0xCD2750A9; XML element "Downconverter"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT Downconverter : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- StartFrequency: double, element "StartFrequency", tag 0xC83EDC48, required, initial 0, no default.
+    /// \name StartFrequency
+    /// Double, element "StartFrequency", tag 0xC83EDC48, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStartFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     double GetDefaultStartFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStartFrequency(const double &value) const;
+    //@}
 
-    // ---- StopFrequency: double, element "StopFrequency", tag 0xC043211E, required, initial 0, no default.
+    /// \name StopFrequency
+    /// Double, element "StopFrequency", tag 0xC043211E, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStopFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -94,8 +100,11 @@ public:
     double GetDefaultStopFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStopFrequency(const double &value) const;
+    //@}
 
-    // ---- OscFrequency: double, element "OscFrequency", tag 0x4C81FF8E, required, initial 0, no default.
+    /// \name OscFrequency
+    /// Double, element "OscFrequency", tag 0x4C81FF8E, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOscFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -108,6 +117,7 @@ public:
     double GetDefaultOscFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidOscFrequency(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

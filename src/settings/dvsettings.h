@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Mode, time, trace, trigger and trigger trace of digital video data; all five are required.
-    Class id 0xE85F620F; XML element "DVSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class DVSettings : public QUILLET::IQuilletObject
+    Class id 0xE85F620F; XML element "DVSettings"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT DVSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- DVMode: string, element "DVMode", tag 0x02E1784F, required, initial null, no default.
+    /// \name DVMode
+    /// String, element "DVMode", tag 0x02E1784F, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -80,8 +83,11 @@ public:
     QString GetDefaultDVMode() const;
     /// True unless the string is null.
     bool IsValidDVMode(const QString &value) const;
+    //@}
 
-    // ---- DVTime: date-time, element "DVTime", tag 0xA2AB7BF5, required.
+    /// \name DVTime
+    /// Date-time, element "DVTime", tag 0xA2AB7BF5, required.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -96,8 +102,11 @@ public:
     QDateTime GetDefaultDVTime() const;
     /// Always true.
     bool IsValidDVTime(const QDateTime &value) const;
+    //@}
 
-    // ---- DVTrace: string, element "DVTrace", tag 0x891C6CCE, required, initial null, no default.
+    /// \name DVTrace
+    /// String, element "DVTrace", tag 0x891C6CCE, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVTraceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -110,8 +119,11 @@ public:
     QString GetDefaultDVTrace() const;
     /// True unless the string is null.
     bool IsValidDVTrace(const QString &value) const;
+    //@}
 
-    // ---- DVTrigger: string, element "DVTrigger", tag 0x06D9D929, required, initial null, no default.
+    /// \name DVTrigger
+    /// String, element "DVTrigger", tag 0x06D9D929, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVTriggerSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -124,8 +136,11 @@ public:
     QString GetDefaultDVTrigger() const;
     /// True unless the string is null.
     bool IsValidDVTrigger(const QString &value) const;
+    //@}
 
-    // ---- DVTriggerTrace: string, element "DVTriggerTrace", tag 0x8A2ABB78, required, initial null, no default.
+    /// \name DVTriggerTrace
+    /// String, element "DVTriggerTrace", tag 0x8A2ABB78, required, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVTriggerTraceSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -138,6 +153,7 @@ public:
     QString GetDefaultDVTriggerTrace() const;
     /// True unless the string is null.
     bool IsValidDVTriggerTrace(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

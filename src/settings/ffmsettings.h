@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Frequency, demodulation and IF bandwidth of fixed-frequency operation, with the detail settings nested.
-    Class id 0xCAA321F3; XML element "FFMSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class FFMSettings : public QUILLET::IQuilletObject
+    Class id 0xCAA321F3; XML element "FFMSettings"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT FFMSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Frequency: double, element "Frequency", tag 0x2CEE52B1, optional, initial 0, no default.
+    /// \name Frequency
+    /// Double, element "Frequency", tag 0x2CEE52B1, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     double GetDefaultFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFrequency(const double &value) const;
+    //@}
 
-    // ---- AnalogDemod: enumerated, element "AnalogDemod", tag 0xA40F4BEA, optional, initial 255, no default, table AnalogDemod (29 rows: Name).
+    /// \name AnalogDemod
+    /// Enumerated, element "AnalogDemod", tag 0xA40F4BEA, optional, initial 255, no default, table AnalogDemod (29 rows: Name).
+    //@{
     /// Row index into the AnalogDemod table; 255 (-1) is invalid.
     typedef qint8 AnalogDemod;
     /// True when the field is set; creates no payload.
@@ -112,8 +118,11 @@ public:
     static QStringList GetAnalogDemods();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAnalogDemods();
+    //@}
 
-    // ---- IFBandwidth: double, element "IFBandwidth", tag 0x2D7A8C7B, optional, initial 0, no default.
+    /// \name IFBandwidth
+    /// Double, element "IFBandwidth", tag 0x2D7A8C7B, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFBandwidthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +135,11 @@ public:
     double GetDefaultIFBandwidth() const;
     /// True when the setter accepts the value; always true.
     bool IsValidIFBandwidth(const double &value) const;
+    //@}
 
-    // ---- BandwidthMode: enumerated, element "BandwidthMode", tag 0x2E267665, optional, initial 255, no default, table BandwidthMode (2 rows: Name).
+    /// \name BandwidthMode
+    /// Enumerated, element "BandwidthMode", tag 0x2E267665, optional, initial 255, no default, table BandwidthMode (2 rows: Name).
+    //@{
     /// Row index into the BandwidthMode table; 255 (-1) is invalid.
     typedef qint8 BandwidthMode;
     /// True when the field is set; creates no payload.
@@ -154,8 +166,11 @@ public:
     static QStringList GetBandwidthModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIBandwidthModes();
+    //@}
 
-    // ---- FFMSettingsDetail: nested FFMSettingsDetail, element "FFMSettingsDetail", tag 0xAEEA411B, optional.
+    /// \name FFMSettingsDetail
+    /// Nested FFMSettingsDetail, element "FFMSettingsDetail", tag 0xAEEA411B, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFFMSettingsDetailSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -168,6 +183,7 @@ public:
     void SetFFMSettingsDetail(const FFMSettingsDetail &value);
     /// Always true.
     bool IsValidFFMSettingsDetail(const FFMSettingsDetail &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The detailed receiver settings of fixed-frequency operation: BFO, gain, attenuation, AFC, squelch, preselection, detector, measurement, IF pan and IF step.
-    Class id 0xE8544372; XML element "FFMSettingsDetail"; 19 fields, presence bits 0 to 18 in field order. */
-class FFMSettingsDetail : public QUILLET::IQuilletObject
+    Class id 0xE8544372; XML element "FFMSettingsDetail"; 19 fields, presence bits 0 to 18 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT FFMSettingsDetail : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- BFOFrequency: double, element "BFOFrequency", tag 0x6AA21622, optional, initial 0, no default.
+    /// \name BFOFrequency
+    /// Double, element "BFOFrequency", tag 0x6AA21622, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBFOFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     double GetDefaultBFOFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidBFOFrequency(const double &value) const;
+    //@}
 
-    // ---- GainControlMode: enumerated, element "GainControlMode", tag 0xACEE93FD, optional, initial 255, no default, table GainControlMode (2 rows: Name).
+    /// \name GainControlMode
+    /// Enumerated, element "GainControlMode", tag 0xACEE93FD, optional, initial 255, no default, table GainControlMode (2 rows: Name).
+    //@{
     /// Row index into the GainControlMode table; 255 (-1) is invalid.
     typedef qint8 GainControlMode;
     /// True when the field is set; creates no payload.
@@ -112,8 +118,11 @@ public:
     static QStringList GetGainControlModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIGainControlModes();
+    //@}
 
-    // ---- GainControlValue: int, element "GainControlValue", tag 0x88FAF374, optional, initial 0, no default.
+    /// \name GainControlValue
+    /// Int, element "GainControlValue", tag 0x88FAF374, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGainControlValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,8 +135,11 @@ public:
     int GetDefaultGainControlValue() const;
     /// True when the setter accepts the value; always true.
     bool IsValidGainControlValue(const int &value) const;
+    //@}
 
-    // ---- GainControlTime: enumerated, element "GainControlTime", tag 0x4CA3971C, optional, initial 255, no default, table GainControlTime (3 rows: Name).
+    /// \name GainControlTime
+    /// Enumerated, element "GainControlTime", tag 0x4CA3971C, optional, initial 255, no default, table GainControlTime (3 rows: Name).
+    //@{
     /// Row index into the GainControlTime table; 255 (-1) is invalid.
     typedef qint8 GainControlTime;
     /// True when the field is set; creates no payload.
@@ -154,8 +166,11 @@ public:
     static QStringList GetGainControlTimes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIGainControlTimes();
+    //@}
 
-    // ---- Attenuation: enumerated, element "Attenuation", tag 0xEFD74C59, optional, initial 255, no default, table Attenuation (5 rows: Name). "LOW DESTORT" is spelt so in the stored documents.
+    /// \name Attenuation
+    /// Enumerated, element "Attenuation", tag 0xEFD74C59, optional, initial 255, no default, table Attenuation (5 rows: Name). "LOW DESTORT" is spelt so in the stored documents.
+    //@{
     /// Row index into the Attenuation table; 255 (-1) is invalid.
     typedef qint8 Attenuation;
     /// True when the field is set; creates no payload.
@@ -182,8 +197,11 @@ public:
     static QStringList GetAttenuations();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAttenuations();
+    //@}
 
-    // ---- AttenuationValue: double, element "AttenuationValue", tag 0x04605972, optional, initial 0, no default.
+    /// \name AttenuationValue
+    /// Double, element "AttenuationValue", tag 0x04605972, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAttenuationValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -196,8 +214,11 @@ public:
     double GetDefaultAttenuationValue() const;
     /// True when the setter accepts the value; always true.
     bool IsValidAttenuationValue(const double &value) const;
+    //@}
 
-    // ---- AttenuationTime: double, element "AttenuationTime", tag 0x0C5DDFF3, optional, initial 0, no default.
+    /// \name AttenuationTime
+    /// Double, element "AttenuationTime", tag 0x0C5DDFF3, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAttenuationTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -210,8 +231,11 @@ public:
     double GetDefaultAttenuationTime() const;
     /// True when the setter accepts the value; always true.
     bool IsValidAttenuationTime(const double &value) const;
+    //@}
 
-    // ---- AFCValue: enumerated, element "AFCValue", tag 0x69FAD61D, optional, initial 255, no default, table AFCValue (2 rows: Name).
+    /// \name AFCValue
+    /// Enumerated, element "AFCValue", tag 0x69FAD61D, optional, initial 255, no default, table AFCValue (2 rows: Name).
+    //@{
     /// Row index into the AFCValue table; 255 (-1) is invalid.
     typedef qint8 AFCValue;
     /// True when the field is set; creates no payload.
@@ -238,8 +262,11 @@ public:
     static QStringList GetAFCValues();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIAFCValues();
+    //@}
 
-    // ---- SquelchState: enumerated, element "SquelchState", tag 0x25F773FF, optional, initial 255, no default, table SquelchState (2 rows: Name).
+    /// \name SquelchState
+    /// Enumerated, element "SquelchState", tag 0x25F773FF, optional, initial 255, no default, table SquelchState (2 rows: Name).
+    //@{
     /// Row index into the SquelchState table; 255 (-1) is invalid.
     typedef qint8 SquelchState;
     /// True when the field is set; creates no payload.
@@ -266,8 +293,11 @@ public:
     static QStringList GetSquelchStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUISquelchStates();
+    //@}
 
-    // ---- SquelchValue: int, element "SquelchValue", tag 0x4EA5D1AD, optional, initial 0, no default.
+    /// \name SquelchValue
+    /// Int, element "SquelchValue", tag 0x4EA5D1AD, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSquelchValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -280,8 +310,11 @@ public:
     int GetDefaultSquelchValue() const;
     /// True when the setter accepts the value; always true.
     bool IsValidSquelchValue(const int &value) const;
+    //@}
 
-    // ---- Preselection: enumerated, element "Preselection", tag 0x2DDD8D71, optional, initial 255, no default, table Preselection (3 rows: Name).
+    /// \name Preselection
+    /// Enumerated, element "Preselection", tag 0x2DDD8D71, optional, initial 255, no default, table Preselection (3 rows: Name).
+    //@{
     /// Row index into the Preselection table; 255 (-1) is invalid.
     typedef qint8 Preselection;
     /// True when the field is set; creates no payload.
@@ -308,8 +341,11 @@ public:
     static QStringList GetPreselections();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIPreselections();
+    //@}
 
-    // ---- LevelDetector: enumerated, element "LevelDetector", tag 0xA177A5A1, optional, initial 255, no default, table LevelDetector (4 rows: Name).
+    /// \name LevelDetector
+    /// Enumerated, element "LevelDetector", tag 0xA177A5A1, optional, initial 255, no default, table LevelDetector (4 rows: Name).
+    //@{
     /// Row index into the LevelDetector table; 255 (-1) is invalid.
     typedef qint8 LevelDetector;
     /// True when the field is set; creates no payload.
@@ -336,8 +372,11 @@ public:
     static QStringList GetLevelDetectors();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUILevelDetectors();
+    //@}
 
-    // ---- MeasurementTime: double, element "MeasurementTime", tag 0x4B9E29D8, optional, initial 0, no default.
+    /// \name MeasurementTime
+    /// Double, element "MeasurementTime", tag 0x4B9E29D8, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMeasurementTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -350,8 +389,11 @@ public:
     double GetDefaultMeasurementTime() const;
     /// True when the setter accepts the value; always true.
     bool IsValidMeasurementTime(const double &value) const;
+    //@}
 
-    // ---- MeasurementMode: enumerated, element "MeasurementMode", tag 0x07F21ECA, optional, initial 255, no default, table MeasurementMode (2 rows: Name).
+    /// \name MeasurementMode
+    /// Enumerated, element "MeasurementMode", tag 0x07F21ECA, optional, initial 255, no default, table MeasurementMode (2 rows: Name).
+    //@{
     /// Row index into the MeasurementMode table; 255 (-1) is invalid.
     typedef qint8 MeasurementMode;
     /// True when the field is set; creates no payload.
@@ -378,8 +420,11 @@ public:
     static QStringList GetMeasurementModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIMeasurementModes();
+    //@}
 
-    // ---- AutomaticMeasMode: bool, element "AutomaticMeasMode", tag 0xCB966010, optional, initial false, no default.
+    /// \name AutomaticMeasMode
+    /// Bool, element "AutomaticMeasMode", tag 0xCB966010, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAutomaticMeasModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -390,8 +435,11 @@ public:
     void SetAutomaticMeasMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultAutomaticMeasMode() const;
+    //@}
 
-    // ---- IFPanSpan: double, element "IFPanSpan", tag 0x6B3F7D97, optional, initial 0, no default.
+    /// \name IFPanSpan
+    /// Double, element "IFPanSpan", tag 0x6B3F7D97, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFPanSpanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -404,8 +452,11 @@ public:
     double GetDefaultIFPanSpan() const;
     /// True when the setter accepts the value; always true.
     bool IsValidIFPanSpan(const double &value) const;
+    //@}
 
-    // ---- IFPanType: enumerated, element "IFPanType", tag 0x0FC1BCD5, optional, initial 255, no default, table IFPanType (4 rows: Name).
+    /// \name IFPanType
+    /// Enumerated, element "IFPanType", tag 0x0FC1BCD5, optional, initial 255, no default, table IFPanType (4 rows: Name).
+    //@{
     /// Row index into the IFPanType table; 255 (-1) is invalid.
     typedef qint8 IFPanType;
     /// True when the field is set; creates no payload.
@@ -432,8 +483,11 @@ public:
     static QStringList GetIFPanTypes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIIFPanTypes();
+    //@}
 
-    // ---- IFStep: double, element "IFStep", tag 0xE384AEC3, optional, initial 0, no default.
+    /// \name IFStep
+    /// Double, element "IFStep", tag 0xE384AEC3, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIFStepSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -446,8 +500,11 @@ public:
     double GetDefaultIFStep() const;
     /// True when the setter accepts the value; always true.
     bool IsValidIFStep(const double &value) const;
+    //@}
 
-    // ---- IFStepAuto: enumerated, element "IFStepAuto", tag 0xA678348A, optional, initial 255, no default, table IFStepAuto (2 rows: Name).
+    /// \name IFStepAuto
+    /// Enumerated, element "IFStepAuto", tag 0xA678348A, optional, initial 255, no default, table IFStepAuto (2 rows: Name).
+    //@{
     /// Row index into the IFStepAuto table; 255 (-1) is invalid.
     typedef qint8 IFStepAuto;
     /// True when the field is set; creates no payload.
@@ -474,6 +531,7 @@ public:
     static QStringList GetIFStepAutos();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIIFStepAutos();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Where position and heading come from: a GPS device by name and source, and a compass.
-    Class id 0x623A6CBC; XML element "GPSCSettings"; 4 fields, presence bits 0 to 3 in field order. */
-class GPSCSettings : public QUILLET::IQuilletObject
+    Class id 0x623A6CBC; XML element "GPSCSettings"; 4 fields, presence bits 0 to 3 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT GPSCSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- GPSName: string, element "GPSName", tag 0xEFA5A454, optional, initial null, no default.
+    /// \name GPSName
+    /// String, element "GPSName", tag 0xEFA5A454, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSNameSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     QString GetDefaultGPSName() const;
     /// True unless the string is null.
     bool IsValidGPSName(const QString &value) const;
+    //@}
 
-    // ---- Compass: nested Compass, element "Compass", tag 0x44698FBA, optional.
+    /// \name Compass
+    /// Nested Compass, element "Compass", tag 0x44698FBA, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsCompassSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -98,8 +104,11 @@ public:
     void SetCompass(const Compass &value);
     /// Always true.
     bool IsValidCompass(const Compass &value) const;
+    //@}
 
-    // ---- GPSCEnable: bool, element "GPSCEnable", tag 0x8DBFF1EC, optional, default false.
+    /// \name GPSCEnable
+    /// Bool, element "GPSCEnable", tag 0x8DBFF1EC, optional, default false.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSCEnableSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -110,8 +119,11 @@ public:
     void SetGPSCEnable(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultGPSCEnable() const;
+    //@}
 
-    // ---- GPSSource: enumerated, element "GPSSource", tag 0x43350649, optional, initial 255, no default, table GPSSource (6 rows: Name).
+    /// \name GPSSource
+    /// Enumerated, element "GPSSource", tag 0x43350649, optional, initial 255, no default, table GPSSource (6 rows: Name).
+    //@{
     /// Row index into the GPSSource table; 255 (-1) is invalid.
     typedef qint8 GPSSource;
     /// True when the field is set; creates no payload.
@@ -138,6 +150,7 @@ public:
     static QStringList GetGPSSources();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIGPSSources();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

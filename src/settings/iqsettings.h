@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! The time and the mode text of IQ data.
-    Class id 0x6D4ADB13; XML element "IQSettings"; 2 fields, presence bits 0 to 1 in field order. */
-class IQSettings : public QUILLET::IQuilletObject
+    Class id 0x6D4ADB13; XML element "IQSettings"; 2 fields, presence bits 0 to 1 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT IQSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -67,7 +68,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- IQTime: date-time, element "IQTime", tag 0x87D426C8, optional.
+    /// \name IQTime
+    /// Date-time, element "IQTime", tag 0x87D426C8, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIQTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -82,8 +85,11 @@ public:
     QDateTime GetDefaultIQTime() const;
     /// Always true.
     bool IsValidIQTime(const QDateTime &value) const;
+    //@}
 
-    // ---- IQMode: string, element "IQMode", tag 0x85B29230, optional, initial null, no default.
+    /// \name IQMode
+    /// String, element "IQMode", tag 0x85B29230, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIQModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -96,6 +102,7 @@ public:
     QString GetDefaultIQMode() const;
     /// True unless the string is null.
     bool IsValidIQMode(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! One modulation entry: the method, its value and a prefix text.
-    Class id 0x83A03A59; XML element "ModulationSettings"; 3 fields, presence bits 0 to 2 in field order. */
-class ModulationSettings : public QUILLET::IQuilletObject
+    Class id 0x83A03A59; XML element "ModulationSettings"; 3 fields, presence bits 0 to 2 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT ModulationSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- ModulationMethod: enumerated, element "ModulationMethod", tag 0x4466275A, required, initial 255, no default, table ModulationMethod (7 rows: Name).
+    /// \name ModulationMethod
+    /// Enumerated, element "ModulationMethod", tag 0x4466275A, required, initial 255, no default, table ModulationMethod (7 rows: Name).
+    //@{
     /// Row index into the ModulationMethod table; 255 (-1) is invalid.
     typedef qint8 ModulationMethod;
     /// True when the field is set; creates no payload.
@@ -98,8 +101,11 @@ public:
     static QStringList GetModulationMethods();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIModulationMethods();
+    //@}
 
-    // ---- ModulationValue: double, element "ModulationValue", tag 0xEFDD6EE9, required, initial 0, no default.
+    /// \name ModulationValue
+    /// Double, element "ModulationValue", tag 0xEFDD6EE9, required, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsModulationValueSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -112,8 +118,11 @@ public:
     double GetDefaultModulationValue() const;
     /// True when the setter accepts the value; always true.
     bool IsValidModulationValue(const double &value) const;
+    //@}
 
-    // ---- Prefix: string, attribute "Prefix" (also read as an element), an empty element gives the default, tag 0x6274A6BA, optional, default "Sensor". First in the tagged form, last in the raw form; an empty child element stands for the default, an empty attribute for the empty string.
+    /// \name Prefix
+    /// String, attribute "Prefix" (also read as an element), an empty element gives the default, tag 0x6274A6BA, optional, default "Sensor". First in the tagged form, last in the raw form; an empty child element stands for the default, an empty attribute for the empty string.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsPrefixSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -126,6 +135,7 @@ public:
     QString GetDefaultPrefix() const;
     /// True unless the string is null.
     bool IsValidPrefix(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -19,8 +19,9 @@
 namespace HALVANE {
 
 /*! The whole settings document of a receiver: twelve settings objects, each travelling only when its bit is on.
-    Class id 0x814D00B5; XML element "ReceiverSettings"; 12 fields, presence bits 0 to 11 in field order. */
-class ReceiverSettings : public QUILLET::IQuilletObject
+    Class id 0x814D00B5; XML element "ReceiverSettings"; 12 fields, presence bits 0 to 11 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT ReceiverSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -78,7 +79,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- RecorderSettings: nested RecorderSettings, element "RecorderSettings", tag 0x0B957B0B, optional.
+    /// \name RecorderSettings
+    /// Nested RecorderSettings, element "RecorderSettings", tag 0x0B957B0B, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRecorderSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -91,8 +94,11 @@ public:
     void SetRecorderSettings(const RecorderSettings &value);
     /// Always true.
     bool IsValidRecorderSettings(const RecorderSettings &value) const;
+    //@}
 
-    // ---- FFMSettings: nested FFMSettings, element "FFMSettings", tag 0x06493F83, optional.
+    /// \name FFMSettings
+    /// Nested FFMSettings, element "FFMSettings", tag 0x06493F83, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFFMSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -105,8 +111,11 @@ public:
     void SetFFMSettings(const FFMSettings &value);
     /// Always true.
     bool IsValidFFMSettings(const FFMSettings &value) const;
+    //@}
 
-    // ---- AudioSettings: nested AudioSettings, element "AudioSettings", tag 0xA0ED1886, optional.
+    /// \name AudioSettings
+    /// Nested AudioSettings, element "AudioSettings", tag 0xA0ED1886, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAudioSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -119,8 +128,11 @@ public:
     void SetAudioSettings(const AudioSettings &value);
     /// Always true.
     bool IsValidAudioSettings(const AudioSettings &value) const;
+    //@}
 
-    // ---- SensorSettings: nested SensorSettings, element "SensorSettings", tag 0x0480BAF4, optional.
+    /// \name SensorSettings
+    /// Nested SensorSettings, element "SensorSettings", tag 0x0480BAF4, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSensorSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -133,8 +145,11 @@ public:
     void SetSensorSettings(const SensorSettings &value);
     /// Always true.
     bool IsValidSensorSettings(const SensorSettings &value) const;
+    //@}
 
-    // ---- VideoSettings: nested VideoSettings, element "VideoSettings", tag 0x4F723535, optional.
+    /// \name VideoSettings
+    /// Nested VideoSettings, element "VideoSettings", tag 0x4F723535, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVideoSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -147,8 +162,11 @@ public:
     void SetVideoSettings(const VideoSettings &value);
     /// Always true.
     bool IsValidVideoSettings(const VideoSettings &value) const;
+    //@}
 
-    // ---- ScanSettings: nested ScanSettings, element "ScanSettings", tag 0xA025F55F, optional.
+    /// \name ScanSettings
+    /// Nested ScanSettings, element "ScanSettings", tag 0xA025F55F, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsScanSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -161,8 +179,11 @@ public:
     void SetScanSettings(const ScanSettings &value);
     /// Always true.
     bool IsValidScanSettings(const ScanSettings &value) const;
+    //@}
 
-    // ---- DVSettings: nested DVSettings, element "DVSettings", tag 0x41C085EE, optional.
+    /// \name DVSettings
+    /// Nested DVSettings, element "DVSettings", tag 0x41C085EE, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDVSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -175,8 +196,11 @@ public:
     void SetDVSettings(const DVSettings &value);
     /// Always true.
     bool IsValidDVSettings(const DVSettings &value) const;
+    //@}
 
-    // ---- IQSettings: nested IQSettings, element "IQSettings", tag 0x47A69E22, optional.
+    /// \name IQSettings
+    /// Nested IQSettings, element "IQSettings", tag 0x47A69E22, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsIQSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -189,8 +213,11 @@ public:
     void SetIQSettings(const IQSettings &value);
     /// Always true.
     bool IsValidIQSettings(const IQSettings &value) const;
+    //@}
 
-    // ---- BearingCorrectionSettings: nested BearingCorrectionSettings, element "BearingCorrectionSettings", tag 0x4B21C354, optional.
+    /// \name BearingCorrectionSettings
+    /// Nested BearingCorrectionSettings, element "BearingCorrectionSettings", tag 0x4B21C354, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBearingCorrectionSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -203,8 +230,11 @@ public:
     void SetBearingCorrectionSettings(const BearingCorrectionSettings &value);
     /// Always true.
     bool IsValidBearingCorrectionSettings(const BearingCorrectionSettings &value) const;
+    //@}
 
-    // ---- AntennaSettings: nested AntennaSettings, element "AntennaSettings", tag 0xCE1C1070, optional.
+    /// \name AntennaSettings
+    /// Nested AntennaSettings, element "AntennaSettings", tag 0xCE1C1070, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsAntennaSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -217,8 +247,11 @@ public:
     void SetAntennaSettings(const AntennaSettings &value);
     /// Always true.
     bool IsValidAntennaSettings(const AntennaSettings &value) const;
+    //@}
 
-    // ---- DFSettings: nested DFSettings, element "DFSettings", tag 0xE871907E, optional.
+    /// \name DFSettings
+    /// Nested DFSettings, element "DFSettings", tag 0xE871907E, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsDFSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -231,8 +264,11 @@ public:
     void SetDFSettings(const DFSettings &value);
     /// Always true.
     bool IsValidDFSettings(const DFSettings &value) const;
+    //@}
 
-    // ---- GPSCSettings: nested GPSCSettings, element "GPSCSettings", tag 0x02E8AE24, optional.
+    /// \name GPSCSettings
+    /// Nested GPSCSettings, element "GPSCSettings", tag 0x02E8AE24, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsGPSCSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -245,6 +281,7 @@ public:
     void SetGPSCSettings(const GPSCSettings &value);
     /// Always true.
     bool IsValidGPSCSettings(const GPSCSettings &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

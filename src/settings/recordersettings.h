@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! What a receiver records, where and how, and the state of its recorder.
-    Class id 0x6394D691; XML element "RecorderSettings"; 8 fields, presence bits 0 to 7 in field order. */
-class RecorderSettings : public QUILLET::IQuilletObject
+    Class id 0x6394D691; XML element "RecorderSettings"; 8 fields, presence bits 0 to 7 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT RecorderSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- RecordSource: enumerated, element "RecordSource", tag 0x81013EA6, optional, initial 255, no default, table RecordSource (6 rows: Name).
+    /// \name RecordSource
+    /// Enumerated, element "RecordSource", tag 0x81013EA6, optional, initial 255, no default, table RecordSource (6 rows: Name).
+    //@{
     /// Row index into the RecordSource table; 255 (-1) is invalid.
     typedef qint8 RecordSource;
     /// True when the field is set; creates no payload.
@@ -98,8 +101,11 @@ public:
     static QStringList GetRecordSources();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordSources();
+    //@}
 
-    // ---- RecordSourceSuperset: enumerated, element "RecordSourceSuperset", tag 0x41A76BDA, optional, initial 255, no default, table RecordSourceSuperset (19 rows: Name). Independent of RecordSource: nothing relates the two.
+    /// \name RecordSourceSuperset
+    /// Enumerated, element "RecordSourceSuperset", tag 0x41A76BDA, optional, initial 255, no default, table RecordSourceSuperset (19 rows: Name). Independent of RecordSource: nothing relates the two.
+    //@{
     /// Row index into the RecordSourceSuperset table; 255 (-1) is invalid.
     typedef qint8 RecordSourceSuperset;
     /// True when the field is set; creates no payload.
@@ -126,8 +132,11 @@ public:
     static QStringList GetRecordSourceSupersets();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordSourceSupersets();
+    //@}
 
-    // ---- RecordStorage: enumerated, element "RecordStorage", tag 0x8BFD6CB2, optional, initial 255, no default, table RecordStorage (5 rows: Name).
+    /// \name RecordStorage
+    /// Enumerated, element "RecordStorage", tag 0x8BFD6CB2, optional, initial 255, no default, table RecordStorage (5 rows: Name).
+    //@{
     /// Row index into the RecordStorage table; 255 (-1) is invalid.
     typedef qint8 RecordStorage;
     /// True when the field is set; creates no payload.
@@ -154,8 +163,11 @@ public:
     static QStringList GetRecordStorages();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordStorages();
+    //@}
 
-    // ---- RecordMode: enumerated, element "RecordMode", tag 0xC9BFEA5A, optional, initial 255, no default, table RecordMode (5 rows: Name).
+    /// \name RecordMode
+    /// Enumerated, element "RecordMode", tag 0xC9BFEA5A, optional, initial 255, no default, table RecordMode (5 rows: Name).
+    //@{
     /// Row index into the RecordMode table; 255 (-1) is invalid.
     typedef qint8 RecordMode;
     /// True when the field is set; creates no payload.
@@ -182,8 +194,11 @@ public:
     static QStringList GetRecordModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordModes();
+    //@}
 
-    // ---- RecordMemSize: enumerated, element "RecordMemSize", tag 0x67E8192F, optional, initial 255, no default, table RecordMemSize (4 rows: Name).
+    /// \name RecordMemSize
+    /// Enumerated, element "RecordMemSize", tag 0x67E8192F, optional, initial 255, no default, table RecordMemSize (4 rows: Name).
+    //@{
     /// Row index into the RecordMemSize table; 255 (-1) is invalid.
     typedef qint8 RecordMemSize;
     /// True when the field is set; creates no payload.
@@ -210,8 +225,11 @@ public:
     static QStringList GetRecordMemSizes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordMemSizes();
+    //@}
 
-    // ---- RecordMemMode: enumerated, element "RecordMemMode", tag 0x48356A6B, optional, initial 255, no default, table RecordMemMode (2 rows: Name).
+    /// \name RecordMemMode
+    /// Enumerated, element "RecordMemMode", tag 0x48356A6B, optional, initial 255, no default, table RecordMemMode (2 rows: Name).
+    //@{
     /// Row index into the RecordMemMode table; 255 (-1) is invalid.
     typedef qint8 RecordMemMode;
     /// True when the field is set; creates no payload.
@@ -238,8 +256,11 @@ public:
     static QStringList GetRecordMemModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIRecordMemModes();
+    //@}
 
-    // ---- RecordState: bool, element "RecordState", tag 0x20BA99EC, optional, initial false, no default.
+    /// \name RecordState
+    /// Bool, element "RecordState", tag 0x20BA99EC, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsRecordStateSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -250,8 +271,11 @@ public:
     void SetRecordState(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultRecordState() const;
+    //@}
 
-    // ---- IQRecordState: enumerated, element "IQRecordState", tag 0x47089243, optional, initial 255, no default, table IQRecordState (2 rows: Name). Row 0 is "ON".
+    /// \name IQRecordState
+    /// Enumerated, element "IQRecordState", tag 0x47089243, optional, initial 255, no default, table IQRecordState (2 rows: Name). Row 0 is "ON".
+    //@{
     /// Row index into the IQRecordState table; 255 (-1) is invalid.
     typedef qint8 IQRecordState;
     /// True when the field is set; creates no payload.
@@ -278,6 +302,7 @@ public:
     static QStringList GetIQRecordStates();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIIQRecordStates();
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Dwell and hold times and modes of the search scan and of the MScan, the MScan's squelch, and start, stop and step frequency.
-    Class id 0x2225205E; XML element "ScanSettings"; 10 fields, presence bits 0 to 9 in field order. */
-class ScanSettings : public QUILLET::IQuilletObject
+    Class id 0x2225205E; XML element "ScanSettings"; 10 fields, presence bits 0 to 9 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT ScanSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- SearchScanDwellTime: double, element "SearchScanDwellTime", tag 0x6B6C34F2, optional, range -1 to 10, initial 0, no default.
+    /// \name SearchScanDwellTime
+    /// Double, element "SearchScanDwellTime", tag 0x6B6C34F2, optional, range -1 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSearchScanDwellTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -84,8 +87,11 @@ public:
     double GetDefaultSearchScanDwellTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidSearchScanDwellTime(const double &value) const;
+    //@}
 
-    // ---- SearchHoldTime: double, element "SearchHoldTime", tag 0xCECDE514, optional, range -1 to 10, initial 0, no default.
+    /// \name SearchHoldTime
+    /// Double, element "SearchHoldTime", tag 0xCECDE514, optional, range -1 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsSearchHoldTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -98,8 +104,11 @@ public:
     double GetDefaultSearchHoldTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidSearchHoldTime(const double &value) const;
+    //@}
 
-    // ---- SearchMode: enumerated, element "SearchMode", tag 0x6C0C4E72, optional, initial 255, no default, table SearchMode (8 rows: Name).
+    /// \name SearchMode
+    /// Enumerated, element "SearchMode", tag 0x6C0C4E72, optional, initial 255, no default, table SearchMode (8 rows: Name).
+    //@{
     /// Row index into the SearchMode table; 255 (-1) is invalid.
     typedef qint8 SearchMode;
     /// True when the field is set; creates no payload.
@@ -126,8 +135,11 @@ public:
     static QStringList GetSearchModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUISearchModes();
+    //@}
 
-    // ---- MScanDwellTime: double, element "MScanDwellTime", tag 0x62D27B13, optional, range -1 to 10, initial 0, no default.
+    /// \name MScanDwellTime
+    /// Double, element "MScanDwellTime", tag 0x62D27B13, optional, range -1 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMScanDwellTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -140,8 +152,11 @@ public:
     double GetDefaultMScanDwellTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidMScanDwellTime(const double &value) const;
+    //@}
 
-    // ---- MScanHoldTime: double, element "MScanHoldTime", tag 0xC4B54DF9, optional, range -1 to 10, initial 0, no default.
+    /// \name MScanHoldTime
+    /// Double, element "MScanHoldTime", tag 0xC4B54DF9, optional, range -1 to 10, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMScanHoldTimeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -154,8 +169,11 @@ public:
     double GetDefaultMScanHoldTime() const;
     /// True when the setter accepts the value (inside the range).
     bool IsValidMScanHoldTime(const double &value) const;
+    //@}
 
-    // ---- MScanMode: enumerated, element "MScanMode", tag 0x6074D1F0, optional, initial 255, no default, table MScanMode (8 rows: Name).
+    /// \name MScanMode
+    /// Enumerated, element "MScanMode", tag 0x6074D1F0, optional, initial 255, no default, table MScanMode (8 rows: Name).
+    //@{
     /// Row index into the MScanMode table; 255 (-1) is invalid.
     typedef qint8 MScanMode;
     /// True when the field is set; creates no payload.
@@ -182,8 +200,11 @@ public:
     static QStringList GetMScanModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIMScanModes();
+    //@}
 
-    // ---- MScanSquelchMode: bool, element "MScanSquelchMode", tag 0x826F40A4, optional, initial false, no default.
+    /// \name MScanSquelchMode
+    /// Bool, element "MScanSquelchMode", tag 0x826F40A4, optional, initial false, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsMScanSquelchModeSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -194,8 +215,11 @@ public:
     void SetMScanSquelchMode(bool value);
     /// The default, or the initial value where the field has none.
     bool GetDefaultMScanSquelchMode() const;
+    //@}
 
-    // ---- StartFrequency: double, element "StartFrequency", tag 0xC83EDC48, optional, initial 0, no default.
+    /// \name StartFrequency
+    /// Double, element "StartFrequency", tag 0xC83EDC48, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStartFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -208,8 +232,11 @@ public:
     double GetDefaultStartFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStartFrequency(const double &value) const;
+    //@}
 
-    // ---- StopFrequency: double, element "StopFrequency", tag 0xC043211E, optional, initial 0, no default.
+    /// \name StopFrequency
+    /// Double, element "StopFrequency", tag 0xC043211E, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStopFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -222,8 +249,11 @@ public:
     double GetDefaultStopFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStopFrequency(const double &value) const;
+    //@}
 
-    // ---- StepFrequency: double, element "StepFrequency", tag 0x229FF27D, optional, initial 0, no default.
+    /// \name StepFrequency
+    /// Double, element "StepFrequency", tag 0x229FF27D, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsStepFrequencySet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -236,6 +266,7 @@ public:
     double GetDefaultStepFrequency() const;
     /// True when the setter accepts the value; always true.
     bool IsValidStepFrequency(const double &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

@@ -9,8 +9,9 @@
 namespace HALVANE {
 
 /*! Level, offset and field strength of a sensor, with its bandwidth settings and any number of modulation entries.
-    Class id 0x24A28928; XML element "SensorSettings"; 5 fields, presence bits 0 to 4 in field order. */
-class SensorSettings : public QUILLET::IQuilletObject
+    Class id 0x24A28928; XML element "SensorSettings"; 5 fields, presence bits 0 to 4 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT SensorSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -68,7 +69,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- Level: double, element "Level", tag 0xCE3014F1, optional, initial 0, no default.
+    /// \name Level
+    /// Double, element "Level", tag 0xCE3014F1, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsLevelSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -81,8 +84,11 @@ public:
     double GetDefaultLevel() const;
     /// True when the setter accepts the value; always true.
     bool IsValidLevel(const double &value) const;
+    //@}
 
-    // ---- Offset: double, element "Offset", tag 0xEF2B095D, optional, initial 0, no default.
+    /// \name Offset
+    /// Double, element "Offset", tag 0xEF2B095D, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsOffsetSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -95,8 +101,11 @@ public:
     double GetDefaultOffset() const;
     /// True when the setter accepts the value; always true.
     bool IsValidOffset(const double &value) const;
+    //@}
 
-    // ---- Fieldstrength: double, element "Fieldstrength", tag 0xCC026DF8, optional, initial 0, no default.
+    /// \name Fieldstrength
+    /// Double, element "Fieldstrength", tag 0xCC026DF8, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsFieldstrengthSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -109,8 +118,11 @@ public:
     double GetDefaultFieldstrength() const;
     /// True when the setter accepts the value; always true.
     bool IsValidFieldstrength(const double &value) const;
+    //@}
 
-    // ---- BandwidthSettings: nested BandwidthSettings, element "BandwidthSettings", tag 0x03157D3C, optional.
+    /// \name BandwidthSettings
+    /// Nested BandwidthSettings, element "BandwidthSettings", tag 0x03157D3C, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsBandwidthSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -123,8 +135,11 @@ public:
     void SetBandwidthSettings(const BandwidthSettings &value);
     /// Always true.
     bool IsValidBandwidthSettings(const BandwidthSettings &value) const;
+    //@}
 
-    // ---- ModulationSettings: list of ModulationSettings, element "ModulationSettings", tag 0x40D37788, optional.
+    /// \name ModulationSettings
+    /// List of ModulationSettings, element "ModulationSettings", tag 0x40D37788, optional.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsModulationSettingsSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -143,6 +158,7 @@ public:
     bool IsValidModulationSettings(const ModulationSettings &item) const;
     /// True when every item is valid.
     bool IsValidModulationSettings(const QVector<ModulationSettings> &items) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

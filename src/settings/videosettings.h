@@ -8,8 +8,9 @@
 namespace HALVANE {
 
 /*! Video mode, video pan span, data format and the texts for demodulation, sideband and scale.
-    Class id 0x459314F7; XML element "VideoSettings"; 6 fields, presence bits 0 to 5 in field order. */
-class VideoSettings : public QUILLET::IQuilletObject
+    Class id 0x459314F7; XML element "VideoSettings"; 6 fields, presence bits 0 to 5 in field order.
+    \ingroup settings */
+class HALVANE_EXPORT VideoSettings : public QUILLET::IQuilletObject
 {
 public:
     /// The class id, zero-extended.
@@ -71,7 +72,9 @@ public:
     /// Reads the raw form; no validation, no exception of its own.
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
-    // ---- VDMode: enumerated, element "VDMode", tag 0xC507BCA8, optional, initial 255, no default, table VDMode (6 rows: Name).
+    /// \name VDMode
+    /// Enumerated, element "VDMode", tag 0xC507BCA8, optional, initial 255, no default, table VDMode (6 rows: Name).
+    //@{
     /// Row index into the VDMode table; 255 (-1) is invalid.
     typedef qint8 VDMode;
     /// True when the field is set; creates no payload.
@@ -98,8 +101,11 @@ public:
     static QStringList GetVDModes();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIVDModes();
+    //@}
 
-    // ---- VDPanSpan: double, element "VDPanSpan", tag 0x4AB37C29, optional, initial 0, no default.
+    /// \name VDPanSpan
+    /// Double, element "VDPanSpan", tag 0x4AB37C29, optional, initial 0, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVDPanSpanSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -112,8 +118,11 @@ public:
     double GetDefaultVDPanSpan() const;
     /// True when the setter accepts the value; always true.
     bool IsValidVDPanSpan(const double &value) const;
+    //@}
 
-    // ---- VDDataFormat: enumerated, element "VDDataFormat", tag 0xCD46BE24, optional, initial 255, no default, table VDDataFormat (3 rows: Name).
+    /// \name VDDataFormat
+    /// Enumerated, element "VDDataFormat", tag 0xCD46BE24, optional, initial 255, no default, table VDDataFormat (3 rows: Name).
+    //@{
     /// Row index into the VDDataFormat table; 255 (-1) is invalid.
     typedef qint8 VDDataFormat;
     /// True when the field is set; creates no payload.
@@ -140,8 +149,11 @@ public:
     static QStringList GetVDDataFormats();
     /// The names, each translated by QObject::tr, made afresh on each call.
     static QStringList GetGUIVDDataFormats();
+    //@}
 
-    // ---- VDDemodulation: string, element "VDDemodulation", tag 0x4ADB9AF5, optional, initial null, no default.
+    /// \name VDDemodulation
+    /// String, element "VDDemodulation", tag 0x4ADB9AF5, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVDDemodulationSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -154,8 +166,11 @@ public:
     QString GetDefaultVDDemodulation() const;
     /// True unless the string is null.
     bool IsValidVDDemodulation(const QString &value) const;
+    //@}
 
-    // ---- VDSideband: string, element "VDSideband", tag 0xCB9F9056, optional, initial null, no default.
+    /// \name VDSideband
+    /// String, element "VDSideband", tag 0xCB9F9056, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVDSidebandSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -168,8 +183,11 @@ public:
     QString GetDefaultVDSideband() const;
     /// True unless the string is null.
     bool IsValidVDSideband(const QString &value) const;
+    //@}
 
-    // ---- VDScale: string, element "VDScale", tag 0xC779FFB4, optional, initial null, no default.
+    /// \name VDScale
+    /// String, element "VDScale", tag 0xC779FFB4, optional, initial null, no default.
+    //@{
     /// True when the field is set; creates no payload.
     bool IsVDScaleSet() const;
     /// Turns the bit off and puts back the initial value; creates no payload.
@@ -182,6 +200,7 @@ public:
     QString GetDefaultVDScale() const;
     /// True unless the string is null.
     bool IsValidVDScale(const QString &value) const;
+    //@}
 
 protected:
     /// Reads one child element; called by the base's ProcessXml.

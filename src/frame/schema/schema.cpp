@@ -6,13 +6,13 @@
 
 #include "../../base/converters.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QSet>
 #include <QtCore/QTextStream>
 #include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
 #include <typeinfo>
 #include <vector>
 
@@ -102,10 +102,16 @@ Table tableOf(const frame::NameTable &t)
     return table;
 }
 
+// The containers hold types of this file and Qt's only, so that none of their
+// members is exported from the library along with the public Class.
+struct Owned {
+    Class c;
+};
+
 struct Registry {
-    std::vector<std::unique_ptr<Class>> owned;
+    std::vector<std::unique_ptr<Owned>> owned;
     QVector<const Class *> sorted;
-    std::map<quint32, const Class *> byId;
+    QHash<quint32, const Class *> byId;
 };
 
 const Registry &registry()
@@ -115,7 +121,8 @@ const Registry &registry()
         QSet<QString> held;
         for (const frame::ObjectOps *ops : registered()) {
             const frame::ClassDescriptor &desc = *ops->desc;
-            auto c = std::make_unique<Class>();
+            auto owned = std::make_unique<Owned>();
+            Class *c = &owned->c;
             c->name = desc.name;
             c->id = desc.id;
             c->ops = ops;
@@ -153,12 +160,13 @@ const Registry &registry()
                 c->versionField.kind = Kind::String;
                 c->versionField.attribute = true;
             }
-            r.owned.push_back(std::move(c));
+            r.owned.push_back(std::move(owned));
         }
-        for (const auto &c : r.owned) {
-            c->document = !held.contains(c->name);
-            r.sorted.append(c.get());
-            r.byId[c->id] = c.get();
+        for (const auto &owned : r.owned) {
+            Class &c = owned->c;
+            c.document = !held.contains(c.name);
+            r.sorted.append(&c);
+            r.byId.insert(c.id, &c);
         }
         std::sort(r.sorted.begin(), r.sorted.end(), [](const Class *a, const Class *b) { return a->name < b->name; });
         return r;
@@ -340,9 +348,7 @@ const Class *findClass(const QString &name)
 
 const Class *findClassById(quint32 id)
 {
-    const auto &byId = registry().byId;
-    const auto it = byId.find(id);
-    return it == byId.end() ? nullptr : it->second;
+    return registry().byId.value(id, nullptr);
 }
 
 QVector<QPair<const Class *, const Field *>> findTag(quint32 tag)
