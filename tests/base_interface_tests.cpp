@@ -553,3 +553,50 @@ TEST(BaseInterface, DocumentTypeDeclarationsAreRefusedInFiles)
     object.LoadXml(&file);
     EXPECT_EQ(m.GetDualState(), 1);
 }
+
+// Files are scanned in pieces of 64 KiB: a declaration, or a construct that
+// hides one, may stand across a piece's end. Whatever the file, LoadXml must
+// say what SetXmlString says of its text.
+TEST(BaseInterface, FilesAreScannedInPiecesAsTextIsWhole)
+{
+    QTemporaryDir dir;
+    const int piece = 1 << 16;
+    const QString root = QStringLiteral("<ModeManager><DualState>On</DualState></ModeManager>");
+    const auto padded = [](int size) { return QString(size, QLatin1Char(' ')); };
+    QVector<QString> texts;
+    for (int shift = -10; shift <= 2; ++shift) {
+        const int pad = piece + shift;
+        texts << padded(pad) + QStringLiteral("<!DOCTYPE ModeManager>") + root;                // straddles
+        texts << padded(pad) + QStringLiteral("<!-- <!DOCTYPE x> -->") + root;                  // hidden in a comment
+        texts << padded(pad) + QStringLiteral("<![CDATA[x]]><!DOCTYPE ModeManager>") + root;    // wrong place, refused
+        texts << QStringLiteral("<!--") + padded(pad) + QStringLiteral("-- -->\n<!DOCTYPE a>") + root;
+        texts << QStringLiteral("<!--") + padded(pad) + QStringLiteral("-->") + root + QStringLiteral("<!DOCTYPE a>");
+        texts << QStringLiteral("<?pi ") + padded(pad) + QStringLiteral("? ?>") + root;
+        texts << QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") + padded(pad) + QStringLiteral("<") + root;
+    }
+    texts << QStringLiteral("<!-- never closed <!DOCTYPE x>") + padded(2 * piece);
+    texts << QStringLiteral("\r\n\r<x/>\n<!DOCTYPE ModeManager>");
+    for (const QString &text : texts) {
+        SCOPED_TRACE(text.trimmed().left(60).toStdString());
+        ModeManager fromText, fromFile;
+        QString expected = QStringLiteral("no exception");
+        try {
+            fromText.SetXmlString(text);
+        } catch (const QuilletRootException &e) {
+            expected = e.GetMessage();
+        }
+        QFile file(dir.filePath(QStringLiteral("doc.xml")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(QByteArray("\xEF\xBB\xBF") + text.toUtf8());
+        file.close();
+        QString got = QStringLiteral("no exception");
+        try {
+            fromFile.LoadXml(&file);
+        } catch (const QuilletRootException &e) {
+            got = e.GetMessage();
+        }
+        EXPECT_EQ(got, expected);
+        EXPECT_FALSE(file.isOpen());
+        EXPECT_TRUE(fromFile == fromText);
+    }
+}

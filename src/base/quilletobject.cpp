@@ -590,6 +590,121 @@ void readDocument(IQuilletObject &object, const QByteArray &bytes)
     readDocument(object, reader, false);
 }
 
+// Scans UTF-8 bytes for a document type declaration piece by piece, as
+// doctypeOffset scans them whole: what a piece leaves open (a construct
+// whose end has not come, a markup that may still become "<!DOCTYPE") is
+// carried into the next piece.
+class DoctypeScan
+{
+public:
+    // The offset of "<!DOCTYPE" from the first byte fed, or -1 while none
+    // has been seen. \a last says that no bytes follow.
+    qint64 feed(const char *piece, qsizetype size, bool last)
+    {
+        m_window.append(piece, int(size));
+        const char *text = m_window.constData();
+        const qsizetype end = m_window.size();
+        qsizetype i = 0, keep = end;
+        for (;;) {
+            if (m_close) {
+                const qsizetype length = qsizetype(std::strlen(m_close));
+                qsizetype close = i;
+                while ((close = findChar(text, end, close, m_close[0])) >= 0 && !startsAt(text, end, close, m_close))
+                    ++close;
+                if (close < 0) {
+                    keep = qMax(i, end - length + 1);
+                    break;
+                }
+                i = close + length;
+                m_close = nullptr;
+            }
+            const qsizetype at = nextMarkup(text, end, i);
+            if (at < 0) {
+                keep = end > i && text[end - 1] == '<' ? end - 1 : end;
+                break;
+            }
+            if (!last && end - at < qsizetype(sizeof kLongestOpen - 1)) {
+                keep = at;
+                break;
+            }
+            if (startsAt(text, end, at, "<!DOCTYPE"))
+                return m_base + at;
+            i = at + 1;
+            for (const auto &skipped : kSkipped) {
+                if (startsAt(text, end, at, skipped.open)) {
+                    i = at + qsizetype(std::strlen(skipped.open));
+                    m_close = skipped.close;
+                    break;
+                }
+            }
+        }
+        m_window.remove(0, int(keep));
+        m_base += keep;
+        return -1;
+    }
+
+private:
+    static constexpr const char kLongestOpen[] = "<![CDATA[";
+    static constexpr struct {
+        const char *open;
+        const char *close;
+    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
+    QByteArray m_window;
+    qint64 m_base = 0;
+    const char *m_close = nullptr;
+};
+
+// Reads a document from a file as a stream: the reader takes it in pieces
+// from the device, so neither the file's bytes nor their UTF-16 text are
+// ever held whole. A file in UTF-8 (no byte order mark of a wider encoding,
+// no declaration of another encoding) is scanned for a document type
+// declaration in a first pass of fixed-size pieces; any other file, and a
+// device that cannot seek back, is read whole and scanned as text.
+void loadDocument(IQuilletObject &object, QFile &file)
+{
+    const qint64 start = file.pos();
+    const QByteArray head = file.peek(256);
+    bool utf8 = !file.isSequential();
+    qsizetype from = head.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    if (utf8 && (head.startsWith(QByteArray("\x00", 1)) || head.startsWith("\xFE\xFF") || head.startsWith("\xFF\xFE")
+                 || (head.size() > 1 && head.at(1) == '\0')))
+        utf8 = false;
+    if (utf8 && startsWithDeclaration(head, from)) {
+        const qsizetype close = head.indexOf("?>", int(from));
+        QXmlStreamReader declaration(close < 0 ? head : head.left(int(close + 2)));
+        declaration.readNext();
+        const QString encoding = declaration.documentEncoding().toString();
+        utf8 = close >= 0 && !declaration.hasError()
+               && (encoding.isEmpty() || encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) == 0);
+    }
+    if (!utf8) {
+        readDocument(object, file.readAll());
+        return;
+    }
+    DoctypeScan scan;
+    QByteArray piece(1 << 16, Qt::Uninitialized);
+    qint64 at = -1;
+    for (;;) {
+        const qint64 n = file.read(piece.data(), piece.size());
+        if (n < 0)
+            throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
+                                       .arg(object.GetObjectName(), file.fileName(), file.errorString()));
+        if ((at = scan.feed(piece.constData(), qsizetype(n), n == 0)) >= 0 || n == 0)
+            break;
+    }
+    if (at >= 0) {
+        // Line and column come from the text before it, read once more.
+        file.seek(start + from);
+        const QString text = QString::fromUtf8(file.read(at - from + 1));
+        throwDtdError(object, text, text.size() - 1);
+    }
+    if (!file.seek(start))
+        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
+                                   .arg(object.GetObjectName(), file.fileName(), file.errorString()));
+    QXmlStreamReader reader(&file);
+    readDocument(object, reader, false);
+}
+
 } // namespace
 
 QString IQuilletObject::GetXmlString() const
@@ -624,12 +739,29 @@ void IQuilletObject::SaveXml(const QString &fileName) const
 
 void IQuilletObject::LoadXml(const QString &fileName)
 {
-    readDocument(*this, readFile(*this, fileName));
+    QFile file(fileName);
+    LoadXml(&file);
 }
 
 void IQuilletObject::LoadXml(QFile *file)
 {
-    readDocument(*this, readFile(*this, file));
+    if (!file)
+        throw QuilletException(QStringLiteral("%1: no file to read").arg(GetObjectName()));
+    if (file->isOpen()) {
+        if (!file->isReadable())
+            throw QuilletException(QStringLiteral("%1: cannot read file '%2': it is not open for reading")
+                                       .arg(GetObjectName(), file->fileName()));
+        loadDocument(*this, *file);
+        return;
+    }
+    if (!file->open(QIODevice::ReadOnly))
+        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
+                                   .arg(GetObjectName(), file->fileName(), file->errorString()));
+    struct Closer {
+        QFile *file;
+        ~Closer() { file->close(); }
+    } closer{file};
+    loadDocument(*this, *file);
 }
 
 // ---- Binary blocks

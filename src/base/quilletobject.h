@@ -161,11 +161,13 @@ public:
         (smallest), -1 for zlib's default; any other level counts as -1. */
     virtual QByteArray GetCompressedBinaryRepresentationAsQByteArray(int level) const;
     /*! Reads a whole document file, as SetXmlString(text, false); the encoding
-        is the one the file declares. */
+        is the one the file declares. The file is read as a stream: memory
+        grows with the objects read, not with the file. */
     virtual void LoadXml(const QString &fileName);
     /*! The same from a file: a closed file is opened for reading and closed
-        again before the document is read; an open one is read from where it
-        stands to its end and stays open. A null file raises QuilletException. */
+        again when the document has been read (or has failed); an open one is
+        read from where it stands to its end and stays open. A null file
+        raises QuilletException. */
     virtual void LoadXml(QFile *file);
     /*! Reads a file that holds one binary block and nothing after it, with the
         same handling of the file as LoadXml(QFile *). */
