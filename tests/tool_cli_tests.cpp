@@ -155,6 +155,29 @@ TEST_F(ToolCli, ConvertRefusesWhatValidateRefusesUnlessForced)
     EXPECT_EQ(run({QStringLiteral("validate"), out}).code, 1);
 }
 
+// The tool finds a document's class with a reader of its own: a declaration
+// whose entities would grow to hundreds of megabytes is refused before any
+// reader sees it, in every command that reads XML.
+TEST_F(ToolCli, DocumentTypeDeclarationsAreRefusedBeforeReading)
+{
+    QByteArray bomb = "<ModeManager/>\n<!-- <!DOCTYPE x> -->\n <!DOCTYPE ModeManager [<!ENTITY % a \"<!ENTITY b '"
+                      + QByteArray(4000, 'x') + "'>\">";
+    for (int i = 0; i < 100000; ++i)
+        bomb += "%a;";
+    const QString in = write(QStringLiteral("bomb.xml"), bomb + "]>");
+    const QString out = dir.filePath(QStringLiteral("out.hvb"));
+    const QString strict = in + QStringLiteral(":3:2: Document type declarations (DTDs) are not accepted.\n");
+    const QString plain = in + QStringLiteral(": line 3, column 1: Document type declarations (DTDs) are not accepted.\n");
+    for (const auto &c : {std::make_pair(QStringList{QStringLiteral("validate"), in}, strict),
+                          std::make_pair(QStringList{QStringLiteral("validate"), QStringLiteral("--lenient"), in}, plain),
+                          std::make_pair(QStringList{QStringLiteral("convert"), QStringLiteral("--force"), in, out}, plain)}) {
+        const Result r = run(c.first);
+        EXPECT_EQ(r.code, 1);
+        EXPECT_EQ(r.err, c.second) << c.first.join(QLatin1Char(' ')).toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(out));
+}
+
 TEST_F(ToolCli, WritesAreCheckedAndErrorsGoToStandardError)
 {
     const QString xml = example(QStringLiteral("ModeManager.xml"));

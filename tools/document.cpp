@@ -145,6 +145,20 @@ const schema::Class *classOfId(const QString &file, quint32 id)
 
 void loadXml(Document &doc, const QString &file, const QString &text, bool validate)
 {
+    // The class is found with a reader of our own, which would expand the
+    // entities of a declaration before it reports one: such documents are
+    // refused first, at the place Qt's reader gives the text before it.
+    const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(text);
+    if (dtd >= 0) {
+        QXmlStreamReader before(text.left(int(dtd)));
+        while (!before.atEnd())
+            before.readNext();
+        throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")
+                                .arg(file)
+                                .arg(before.lineNumber())
+                                .arg(before.columnNumber())
+                                .arg(kNoDocumentTypeDeclarations));
+    }
     QXmlStreamReader reader(text);
     if (!reader.readNextStartElement())
         throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")

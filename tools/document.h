@@ -16,6 +16,10 @@
 
 namespace tool {
 
+/*! What the library's readers say of a document that holds a document type
+    declaration, said in the same words where the tool refuses one itself. */
+constexpr const char kNoDocumentTypeDeclarations[] = "Document type declarations (DTDs) are not accepted.";
+
 /*! A wrong command line: exit code 2, with the usage of \a command. */
 struct UsageError {
     QString message;

@@ -154,6 +154,12 @@ public:
 
     QStringList run()
     {
+        const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(m_text);
+        if (dtd >= 0) {
+            const Place at = placeOf(dtd);
+            return QStringList{
+                QStringLiteral("%1:%2:%3: %4").arg(m_file).arg(at.line).arg(at.column).arg(kNoDocumentTypeDeclarations)};
+        }
         while (!m_r.atEnd()) {
             next();
             if (m_r.isStartElement()) {

@@ -707,6 +707,11 @@ void loadDocument(IQuilletObject &object, QFile &file)
 
 } // namespace
 
+qsizetype FindDocumentTypeDeclaration(const QString &text)
+{
+    return doctypeOffset(text);
+}
+
 QString IQuilletObject::GetXmlString() const
 {
     QString text;

@@ -241,6 +241,15 @@ private:
     mutable bool m_validate = false;
 };
 
+/*! Where a document's text holds a document type declaration: the offset of
+    its "<!DOCTYPE" (outside comments, processing instructions and CDATA
+    sections, where it is only text), or -1. The whole-document readers
+    refuse such a document before Qt's reader sees it; a caller that looks
+    into a document with a reader of its own (for its root element, say)
+    refuses it the same way first, because Qt's reader expands the entities
+    that a declaration defines while it reads the declaration. */
+HALVANE_EXPORT qsizetype FindDocumentTypeDeclaration(const QString &text);
+
 } // namespace QUILLET
 
 #endif
