@@ -731,23 +731,12 @@ TEST(Antenna, WholeStationThroughEveryForm)
 {
     const AntennaMatrixConfiguration original = station();
     EXPECT_NO_THROW(original.Check());
-
-    AntennaMatrixConfiguration fromXml, fromTagged, fromRaw, fromBlock;
-    fromXml.SetValidate(true);
-    fromXml.SetXmlString(original.GetXmlString());
-    test::readTagged(fromTagged, test::tagged(original));
-    test::readRaw(fromRaw, test::raw(original));
-    fromBlock.SetBinaryRepresentation(original.GetBinaryRepresentationAsQByteArray());
-    EXPECT_TRUE(fromXml == original);
-    EXPECT_TRUE(fromTagged == original);
-    EXPECT_TRUE(fromRaw == original);
-    EXPECT_TRUE(fromBlock == original);
-    EXPECT_EQ(test::raw(fromXml), test::raw(original));
-    EXPECT_EQ(test::tagged(fromRaw), test::tagged(original));
+    test::expectRoundTrip(original);
 
     // A difference deep inside shows.
-    fromRaw.GetAntennaEntries().GetAntennaEntry()[1].GetAntennaDefinition().GetAntennaPattern().GetCurve()[2].Setwidth(1);
-    EXPECT_FALSE(fromRaw == original);
+    AntennaMatrixConfiguration changed = original;
+    changed.GetAntennaEntries().GetAntennaEntry()[1].GetAntennaDefinition().GetAntennaPattern().GetCurve()[2].Setwidth(1);
+    EXPECT_FALSE(changed == original);
 
     // Values beyond two decimals: the raw form keeps them, the text forms round them.
     AntennaDefinition d;
@@ -826,6 +815,23 @@ QVector<QStringList> rows(const QByteArray &csv)
     return out;
 }
 
+// Well-formed XML by xmllint, where it is installed.
+void expectWellFormed(const QString &path)
+{
+    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
+    if (xmllint.isEmpty())
+        return;
+    QProcess lint;
+    lint.start(xmllint, {QStringLiteral("--noout"), path});
+    lint.waitForFinished(60000);
+    EXPECT_EQ(lint.exitCode(), 0) << path.toStdString() << lint.readAllStandardError().toStdString();
+}
+
+ToolRun plot(const QStringList &args)
+{
+    return tool(QStringList{QStringLiteral("plot")} + args);
+}
+
 QString writeFile(QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
 {
     const QString path = dir.filePath(name);
@@ -840,26 +846,20 @@ QString writeFile(QTemporaryDir &dir, const QString &name, const QByteArray &byt
 TEST(AntennaTool, PlotPointsAreTheDocumentsSortedByFrequency)
 {
     QTemporaryDir dir;
-    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
     // Every example plots as well-formed SVG, in each of its forms.
     for (const char *name : {"AntennaPatterns.xml", "AntennaMatrixConfiguration.hvb", "AntennaMatrixConfiguration.hvr"}) {
         const QString svg = dir.filePath(QStringLiteral("plot.svg"));
-        const ToolRun r = tool({QStringLiteral("plot"), example(name), svg});
+        const ToolRun r = plot({example(name), svg});
         ASSERT_EQ(r.code, 0) << name << r.err.toStdString();
         EXPECT_EQ(r.err, QString());
-        if (xmllint.isEmpty())
-            continue;
-        QProcess lint;
-        lint.start(xmllint, {QStringLiteral("--noout"), svg});
-        lint.waitForFinished(60000);
-        EXPECT_EQ(lint.exitCode(), 0) << name << lint.readAllStandardError().toStdString();
+        expectWellFormed(svg);
     }
-    const ToolRun png = tool({QStringLiteral("plot"), example("AntennaPatterns.xml"), QStringLiteral("--to"), QStringLiteral("png")});
+    const ToolRun png = plot({example("AntennaPatterns.xml"), QStringLiteral("--to"), QStringLiteral("png")});
     EXPECT_TRUE(png.out.startsWith("\x89PNG\r\n\x1A\n"));
 
     // The CSV holds each point of the document once, sorted by frequency
     // within its pattern, with numbers that read back to the stored values.
-    const ToolRun csv = tool({QStringLiteral("plot"), example("AntennaPatterns.xml"), QStringLiteral("--csv")});
+    const ToolRun csv = plot({example("AntennaPatterns.xml"), QStringLiteral("--csv")});
     ASSERT_EQ(csv.code, 0);
     EXPECT_TRUE(csv.out.startsWith("kind,series,frequency,attenuation,width\n"
                                    "point,\"HF loop, horizontal\",0.5,7.44,342.87\n"));
@@ -890,7 +890,7 @@ TEST(AntennaTool, PlotPointsAreTheDocumentsSortedByFrequency)
     }
 
     // One antenna: its pattern, then its band and limits.
-    const ToolRun entry = tool({QStringLiteral("plot"), example("AntennaMatrixConfiguration.xml"), QStringLiteral("--entry"),
+    const ToolRun entry = plot({example("AntennaMatrixConfiguration.xml"), QStringLiteral("--entry"),
                             QStringLiteral("5"), QStringLiteral("--csv")});
     ASSERT_EQ(entry.code, 0) << entry.err.toStdString();
     const QVector<QStringList> entryRows = rows(entry.out);
@@ -899,7 +899,7 @@ TEST(AntennaTool, PlotPointsAreTheDocumentsSortedByFrequency)
     EXPECT_TRUE(entry.out.endsWith("band,FrequencyStart,6000,,\nband,FrequencyStop,40000,,\n"
                                    "limit,UpperLimit_HF,30,,\nlimit,UpperLimit_VUHF,3000,,\n"));
     // Without --entry: every antenna's pattern, named by the entry's index.
-    const ToolRun all = tool({QStringLiteral("plot"), example("AntennaMatrixConfiguration.xml"), QStringLiteral("--csv")});
+    const ToolRun all = plot({example("AntennaMatrixConfiguration.xml"), QStringLiteral("--csv")});
     EXPECT_TRUE(all.out.contains("\npoint,5: S/EHF horn,36198.98,4.57,16.63\n"));
 }
 
@@ -918,7 +918,7 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
         "<Curve frequency=\"200\" attenuation=\"2\" width=\"inf\"/>"
         "<Curve frequency=\"100\" attenuation=\"1.5\" width=\"4\"/>"
         "</AntennaPattern></AntennaPatterns>");
-    const ToolRun csv = tool({QStringLiteral("plot"), file, QStringLiteral("--csv")});
+    const ToolRun csv = plot({file, QStringLiteral("--csv")});
     EXPECT_EQ(csv.code, 0);
     EXPECT_EQ(csv.out.toStdString(), "kind,series,frequency,attenuation,width\n"
                                      "point,single,5,-1.5,30\n"
@@ -933,14 +933,8 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
                            + QStringLiteral(": warning: pattern 'messy': 1 point(s) at a frequency already taken; "
                                             "drawn in document order\n"));
     const QString svg = dir.filePath(QStringLiteral("awkward.svg"));
-    EXPECT_EQ(tool({QStringLiteral("plot"), file, svg}).code, 0);
-    const QString xmllint = QStandardPaths::findExecutable(QStringLiteral("xmllint"));
-    if (!xmllint.isEmpty()) {
-        QProcess lint;
-        lint.start(xmllint, {QStringLiteral("--noout"), svg});
-        lint.waitForFinished(60000);
-        EXPECT_EQ(lint.exitCode(), 0) << lint.readAllStandardError().toStdString();
-    }
+    EXPECT_EQ(plot({file, svg}).code, 0);
+    expectWellFormed(svg);
 
     // An antenna without a pattern: its marks alone, under a title that needs escaping in SVG.
     const QString bare = writeFile(dir, QStringLiteral("bare.xml"),
@@ -948,20 +942,15 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
                                    "<FrequencyStart>2.5</FrequencyStart><UpperLimit_VUHF>3000</UpperLimit_VUHF>"
                                    "<Name>Horn &lt;&amp;&gt; \"x\"</Name></AntennaDefinition></AntennaEntry></AntennaEntries>"
                                    "</AntennaMatrixConfiguration>");
-    const ToolRun marks = tool({QStringLiteral("plot"), bare, QStringLiteral("--entry"), QStringLiteral("3"), QStringLiteral("--csv")});
+    const ToolRun marks = plot({bare, QStringLiteral("--entry"), QStringLiteral("3"), QStringLiteral("--csv")});
     EXPECT_EQ(marks.code, 0);
     EXPECT_EQ(marks.out.toStdString(), "kind,series,frequency,attenuation,width\n"
                                        "band,FrequencyStart,2.5,,\n"
                                        "limit,UpperLimit_VUHF,3000,,\n");
     EXPECT_EQ(marks.err, bare + QStringLiteral(": warning: antenna 3 has no pattern; its band and limits are drawn alone\n"));
     const QString bareSvg = dir.filePath(QStringLiteral("bare.svg"));
-    EXPECT_EQ(tool({QStringLiteral("plot"), bare, bareSvg, QStringLiteral("--entry"), QStringLiteral("3")}).code, 0);
-    if (!xmllint.isEmpty()) {
-        QProcess lint;
-        lint.start(xmllint, {QStringLiteral("--noout"), bareSvg});
-        lint.waitForFinished(60000);
-        EXPECT_EQ(lint.exitCode(), 0) << lint.readAllStandardError().toStdString();
-    }
+    EXPECT_EQ(plot({bare, bareSvg, QStringLiteral("--entry"), QStringLiteral("3")}).code, 0);
+    expectWellFormed(bareSvg);
 
     // Values at the ends of the doubles still give a picture.
     const QString extreme = writeFile(dir, QStringLiteral("extreme.xml"),
@@ -973,7 +962,7 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
                                       "<Curve frequency=\"1e300\" attenuation=\"0\" width=\"0\"/>"
                                       "</AntennaPattern></AntennaPatterns>");
     for (const char *to : {"svg", "png"}) {
-        const ToolRun r = tool({QStringLiteral("plot"), extreme, QStringLiteral("--to"), QLatin1String(to)});
+        const ToolRun r = plot({extreme, QStringLiteral("--to"), QLatin1String(to)});
         EXPECT_EQ(r.code, 0) << to;
         EXPECT_EQ(r.err, QString()) << to;
         EXPECT_FALSE(r.out.isEmpty()) << to;
@@ -1004,7 +993,7 @@ TEST(AntennaTool, PlotOfAwkwardPatterns)
          QStringLiteral("halvane: --entry takes the index of an antenna entry, not 'two' (halvane --help shows the usage)\n")},
     };
     for (const Case &c : cases) {
-        const ToolRun r = tool(QStringList{QStringLiteral("plot")} + c.args);
+        const ToolRun r = plot(c.args);
         EXPECT_EQ(r.code, c.code) << c.err.toStdString();
         EXPECT_EQ(r.err, c.err);
         EXPECT_FALSE(QFile::exists(out));

@@ -26,26 +26,6 @@ const schema::Class &classNamed(const char *name)
     return *c;
 }
 
-QString xmlOf(const QUILLET::IQuilletObject &o)
-{
-    QString text;
-    QXmlStreamWriter writer(&text);
-    o.GetXml(writer);
-    return text;
-}
-
-void readXmlInto(QUILLET::IQuilletObject &o, const QString &text)
-{
-    QXmlStreamReader reader(text);
-    reader.readNextStartElement();
-    o.ProcessXml(reader);
-}
-
-QByteArray taggedOf(const QUILLET::IQuilletObject &o)
-{
-    return test::written([&](QDataStream &s) { o.GetBinary(s, 0, false); });
-}
-
 QByteArray rawOf(const schema::Class &c, const QUILLET::IQuilletObject &o)
 {
     return test::written([&](QDataStream &s) { c.writeRaw(o, s); });
@@ -87,10 +67,10 @@ AfterDefault afterResetToDefault()
     X fresh;
     fresh.ResetToDefault();
     X filled;
-    readXmlInto(filled, schema::exampleXml(c));
+    test::readXml(filled, schema::exampleXml(c));
     filled.ResetToDefault();
     X reset;
-    readXmlInto(reset, schema::exampleXml(c));
+    test::readXml(reset, schema::exampleXml(c));
     reset.Reset();
     return {test::raw(fresh), test::raw(filled), test::raw(reset), fresh.AnyData(), fresh.HasData()};
 }
@@ -212,14 +192,14 @@ TEST(Capabilities, EmptyBoolElementsGiveTheDefaultOrAreRefused)
         const QString input = QStringLiteral("<%1><%2/></%1>").arg(c.name, QLatin1String(row.element));
         QString result;
         try {
-            readXmlInto(*o, input);
+            test::readXml(*o, input);
             o->SetValidate(false); // written without Check: DateTimeCapability holds one field only
-            result = xmlOf(*o);
+            result = test::xml(*o);
         } catch (const InvalidXmlException &e) {
             result = e.GetMessage();
             // The setter was not called: the field stays unset.
             o->SetValidate(false);
-            EXPECT_EQ(xmlOf(*o), QStringLiteral("<%1/>").arg(c.name));
+            EXPECT_EQ(test::xml(*o), QStringLiteral("<%1/>").arg(c.name));
         }
         EXPECT_EQ(result.toStdString(), row.result);
     }
@@ -236,7 +216,7 @@ TEST(Capabilities, BoolTextIsFalseOnlyForZeroAndFalseInAnyCase)
         SCOPED_TRACE(row.text);
         HardwareOptions h;
         h.SetValidate(true);
-        readXmlInto(h, QStringLiteral("<HardwareOptions><SEHF>%1</SEHF></HardwareOptions>").arg(QLatin1String(row.text)));
+        test::readXml(h, QStringLiteral("<HardwareOptions><SEHF>%1</SEHF></HardwareOptions>").arg(QLatin1String(row.text)));
         EXPECT_TRUE(h.IsSEHFSet());
         EXPECT_EQ(h.GetSEHF(), row.value);
     }
@@ -330,22 +310,22 @@ TEST(Capabilities, EachClassWritesExactFormsAndReadsThemBack)
         const QString xml = QString::fromUtf8(row.xml);
         Object o = c.create();
         o->SetValidate(true);
-        readXmlInto(*o, xml);
-        EXPECT_EQ(xmlOf(*o), xml);
-        EXPECT_EQ(test::hex(taggedOf(*o)), row.tagged);
+        test::readXml(*o, xml);
+        EXPECT_EQ(test::xml(*o), xml);
+        EXPECT_EQ(test::hex(test::tagged(*o)), row.tagged);
         EXPECT_EQ(test::hex(rawOf(c, *o)), row.raw);
 
         Object fromTagged = c.create();
         fromTagged->SetValidate(true);
-        test::readTagged(*fromTagged, taggedOf(*o));
-        EXPECT_EQ(xmlOf(*fromTagged), xml);
+        test::readTagged(*fromTagged, test::tagged(*o));
+        EXPECT_EQ(test::xml(*fromTagged), xml);
 
         Object fromRaw = c.create();
         QDataStream in(rawOf(c, *o));
         c.readRaw(*fromRaw, in);
         EXPECT_EQ(in.status(), QDataStream::Ok);
         EXPECT_TRUE(in.atEnd());
-        EXPECT_EQ(xmlOf(*fromRaw), xml);
+        EXPECT_EQ(test::xml(*fromRaw), xml);
     }
 }
 
@@ -648,14 +628,10 @@ TEST(Capabilities, DateTimeCapabilityWritersTestEachBitAndTheRawReaderReadsEight
 
 TEST(Capabilities, TagsSharedByEqualNamesAndNoOthers)
 {
-    const QStringList subsystem = {
-        QStringLiteral("Capabilities"), QStringLiteral("HardwareOptions"), QStringLiteral("MainToolbarCapabilites"),
-        QStringLiteral("ToolsToolbarCapabilities"), QStringLiteral("PIFPanToolbarCapabilities"),
-        QStringLiteral("FrequencyStoreCapabilites"), QStringLiteral("FileMenuCapabilites"),
-        QStringLiteral("FFMInputToolbarCapabilities"), QStringLiteral("MasterRecordingCapabilities"),
-        QStringLiteral("CSVRecordCapabilities"), QStringLiteral("DFCabapilites"), QStringLiteral("NetworkCapabilities"),
-        QStringLiteral("StatusCapabilities"), QStringLiteral("AudioCapabilities"), QStringLiteral("ConnectorCapabilities"),
-        QStringLiteral("ISBBandwidthSettings"), QStringLiteral("DateTimeCapability")};
+    QStringList subsystem;
+    for (const DefaultRow &row : kDefaultRows)
+        subsystem.append(QLatin1String(row.cls));
+    ASSERT_EQ(subsystem.size(), 17);
     QHash<quint32, QStringList> owners;
     int fields = 0;
     for (const QString &name : subsystem) {
@@ -719,20 +695,9 @@ TEST(Capabilities, FullyPopulatedDocumentRoundTripsThroughAllForms)
 {
     const Capabilities original = everything();
     EXPECT_EQ(test::xml(original).count(QStringLiteral("</")), 32 + 47 + 12 + 4 + 1 + 8 + 4 + 8 + 17 + 2 + 11 + 4 + 2 + 3 + 6 + 2 + 8 + 1);
-    Capabilities fromXml, fromTagged, fromRaw, fromBlock;
-    fromXml.SetValidate(true);
-    fromTagged.SetValidate(true);
-    test::readXml(fromXml, test::xml(original));
-    test::readTagged(fromTagged, test::tagged(original));
-    test::readRaw(fromRaw, test::raw(original));
-    fromBlock.SetBinaryRepresentation(original.GetBinaryRepresentationAsQByteArray());
-    EXPECT_TRUE(fromXml == original);
-    EXPECT_TRUE(fromTagged == original);
-    EXPECT_TRUE(fromRaw == original);
-    EXPECT_TRUE(fromBlock == original);
-    EXPECT_EQ(test::raw(fromXml), test::raw(original));
-    EXPECT_EQ(test::tagged(fromRaw), test::tagged(original));
+    test::expectRoundTrip(original);
     // One value changed deep inside makes the documents differ.
-    fromRaw.GetMasterRecordingCapabilities().GetCSVRecordCapabilities().SetSoftwareRecording(true);
-    EXPECT_FALSE(fromRaw == original);
+    Capabilities changed = original;
+    changed.GetMasterRecordingCapabilities().GetCSVRecordCapabilities().SetSoftwareRecording(true);
+    EXPECT_FALSE(changed == original);
 }

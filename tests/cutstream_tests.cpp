@@ -58,17 +58,8 @@ constexpr Via kVias[] = {Via::Buffer, Via::File, Via::AnnouncingPipe, Via::Quiet
 
 const char *nameOf(Via via)
 {
-    switch (via) {
-    case Via::Buffer:
-        return "QBuffer";
-    case Via::File:
-        return "file";
-    case Via::AnnouncingPipe:
-        return "announcing pipe";
-    case Via::QuietPipe:
-        return "quiet pipe";
-    }
-    return "";
+    static const char *const names[] = {"QBuffer", "file", "announcing pipe", "quiet pipe"};
+    return names[int(via)];
 }
 
 /*! What a read did to the stream, and how it ended. */
@@ -160,34 +151,7 @@ void expectOnEveryDevice(qint32 length, const QByteArray &records, const Outcome
     }
 }
 
-Administration administration()
-{
-    Administration a;
-    a.SetValidate(true);
-    a.SetHardwareStatus(6);
-    a.SetCW(10);
-    a.SetDriverType(33);
-    a.SetDrvCommands(38);
-    a.SetRDSState(2);
-    a.SetClearGroup(1);
-    a.SetIFPan(3);
-    a.SetDF(7);
-    a.SetGeneral(1);
-    a.SetMassDataStreams(16);
-    a.SetSpeed(3);
-    SensorMetaData &s = a.GetSensorMetaData();
-    s.SetGroup(QStringLiteral("Level"));
-    s.SetUnit(QStringLiteral("dBµV"));
-    s.GetMinMaxStep().SetMin(-10);
-    s.GetMinMaxStep().SetMax(10.5);
-    s.GetMinMaxStep().SetStep(0.25);
-    s.SetValueMin(1);
-    s.SetValueMax(2);
-    s.SetValueStep(3);
-    s.SetMeasurementInvalid(true);
-    s.SetOverload(0);
-    return a;
-}
+using test::administration;
 
 MeasurementData measurement(int key)
 {

@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <type_traits>
 
 using namespace HALVANE;
@@ -34,44 +35,8 @@ using SettingsClasses =
 
 const QDateTime kStamp(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC);
 
-QStringList names(std::initializer_list<const char *> list)
-{
-    QStringList out;
-    for (const char *n : list)
-        out.append(QString::fromUtf8(n));
-    return out;
-}
-
-// A filled object of class T, read from the registry's example document.
-template <class T>
-T example()
-{
-    T object;
-    object.SetValidate(true);
-    test::readXml(object, schema::exampleXml(*schema::findClass(T::GetStaticObjectName())));
-    return object;
-}
-
-// XML and the tagged form keep two decimals; the examples and the objects
-// below hold values of at most two decimals, so every form compares equal.
-template <class T>
-void expectRoundTrip(const T &original)
-{
-    SCOPED_TRACE(T::GetStaticObjectName().toStdString());
-    T fromXml, fromTagged, fromRaw;
-    fromXml.SetValidate(true);
-    fromTagged.SetValidate(true);
-    fromRaw.SetValidate(true);
-    test::readXml(fromXml, test::xml(original));
-    test::readTagged(fromTagged, test::tagged(original));
-    test::readRaw(fromRaw, test::raw(original));
-    EXPECT_TRUE(fromXml == original) << test::xml(fromXml).toStdString();
-    EXPECT_TRUE(fromTagged == original) << test::xml(fromTagged).toStdString();
-    EXPECT_TRUE(fromRaw == original) << test::xml(fromRaw).toStdString();
-    EXPECT_EQ(test::xml(fromXml), test::xml(original));
-    EXPECT_EQ(test::tagged(fromTagged), test::tagged(original));
-    EXPECT_EQ(test::raw(fromRaw), test::raw(original));
-}
+using test::example;
+using test::expectRoundTrip;
 
 ModulationSettings modulation(qint8 method, double value)
 {
@@ -82,131 +47,31 @@ ModulationSettings modulation(qint8 method, double value)
     return m;
 }
 
-// Every member set, every field of every member set, lists of several items.
+// The registry's example (every field of every member set, lists of two
+// items) with what the example does not reach: an empty prefix, one with an
+// umlaut and an unset one, empty texts, negative and reversed values. Every
+// value has at most two decimals, so that every form gives it back exactly.
 ReceiverSettings fullSettings()
 {
-    ReceiverSettings r;
-    r.SetValidate(true);
-
-    RecorderSettings &rec = r.GetRecorderSettings();
-    rec.SetRecordSource(4);
-    rec.SetRecordSourceSuperset(18);
-    rec.SetRecordStorage(1);
-    rec.SetRecordMode(3);
-    rec.SetRecordMemSize(3);
-    rec.SetRecordMemMode(1);
-    rec.SetRecordState(true);
-    rec.SetIQRecordState(0);
-
-    FFMSettings &ffm = r.GetFFMSettings();
-    ffm.SetFrequency(97.12);
-    ffm.SetAnalogDemod(28);
-    ffm.SetIFBandwidth(12500);
-    ffm.SetBandwidthMode(1);
-    FFMSettingsDetail &detail = ffm.GetFFMSettingsDetail();
-    detail.SetBFOFrequency(-1000.5);
-    detail.SetGainControlMode(1);
-    detail.SetGainControlValue(-5);
-    detail.SetGainControlTime(2);
-    detail.SetAttenuation(4);
-    detail.SetAttenuationValue(10.25);
-    detail.SetAttenuationTime(0.5);
-    detail.SetAFCValue(1);
-    detail.SetSquelchState(1);
-    detail.SetSquelchValue(20);
-    detail.SetPreselection(2);
-    detail.SetLevelDetector(3);
-    detail.SetMeasurementTime(0.01);
-    detail.SetMeasurementMode(1);
-    detail.SetAutomaticMeasMode(false);
-    detail.SetIFPanSpan(1e6);
-    detail.SetIFPanType(1);
-    detail.SetIFStep(625);
-    detail.SetIFStepAuto(0);
-
-    r.GetAudioSettings().SetAudioMode(12);
-    r.GetAudioSettings().SetAudioFilter(7);
-
-    SensorSettings &sensor = r.GetSensorSettings();
-    sensor.SetLevel(-20.5);
-    sensor.SetOffset(0.75);
-    sensor.SetFieldstrength(33);
-    BandwidthSettings &bw = sensor.GetBandwidthSettings();
-    bw.SetBandwidthMethod(2);
-    bw.SetXDBValue(26);
-    bw.SetBetaValue(99.5f);
-    bw.SetMeasLower(-1.25);
-    bw.SetMeasUpper(1.25);
-    sensor.AppendModulationSettings(modulation(0, 30));
-    ModulationSettings fm = modulation(3, 75.5);
-    fm.SetPrefix(QStringLiteral("Tx ü"));
-    sensor.AppendModulationSettings(fm);
-    ModulationSettings pm = modulation(6, 1);
-    pm.SetPrefix(QString(QLatin1String("")));
-    sensor.AppendModulationSettings(pm);
-
-    VideoSettings &video = r.GetVideoSettings();
-    video.SetVDMode(5);
-    video.SetVDPanSpan(2e6);
-    video.SetVDDataFormat(2);
-    video.SetVDDemodulation(QStringLiteral("AM"));
-    video.SetVDSideband(QString(QLatin1String("")));
-    video.SetVDScale(QStringLiteral("log <dB>"));
-
-    ScanSettings &scan = r.GetScanSettings();
-    scan.SetSearchScanDwellTime(-1);
-    scan.SetSearchHoldTime(10);
-    scan.SetSearchMode(7);
-    scan.SetMScanDwellTime(0.25);
-    scan.SetMScanHoldTime(9.99);
-    scan.SetMScanMode(0);
-    scan.SetMScanSquelchMode(true);
-    scan.SetStartFrequency(100e6);
-    scan.SetStopFrequency(80e6);
-    scan.SetStepFrequency(25e3);
-
-    DVSettings &dv = r.GetDVSettings();
-    dv.SetDVMode(QStringLiteral("mode"));
-    dv.SetDVTime(kStamp);
-    dv.SetDVTrace(QStringLiteral("trace"));
-    dv.SetDVTrigger(QStringLiteral("trigger"));
-    dv.SetDVTriggerTrace(QStringLiteral("trigger trace"));
-
+    ReceiverSettings r = example<ReceiverSettings>();
+    QVector<ModulationSettings> &items = r.GetSensorSettings().GetModulationSettings();
+    items[0].SetPrefix(QString(QLatin1String("")));
+    items[1].SetPrefix(QStringLiteral("Tx \u00fc"));
+    items[1].SetModulationValue(75.5);
+    r.GetSensorSettings().AppendModulationSettings(modulation(6, 1));
+    r.GetFFMSettings().GetFFMSettingsDetail().SetBFOFrequency(-1000.5);
+    r.GetVideoSettings().SetVDSideband(QString(QLatin1String("")));
+    r.GetVideoSettings().SetVDScale(QStringLiteral("log <dB>"));
+    r.GetScanSettings().SetSearchScanDwellTime(-1);
+    r.GetScanSettings().SetStartFrequency(100e6);
+    r.GetScanSettings().SetStopFrequency(80e6);
+    r.GetDVSettings().SetDVTime(kStamp);
     r.GetIQSettings().SetIQTime(kStamp.addDays(-400));
-    r.GetIQSettings().SetIQMode(QStringLiteral("IQ 16 bit"));
-
-    r.GetBearingCorrectionSettings().SetIdentifier(-3);
     r.GetBearingCorrectionSettings().SetFromHeight(-12.5);
-    r.GetBearingCorrectionSettings().SetToHeight(8848.86);
-
-    AntennaSettings &antenna = r.GetAntennaSettings();
-    antenna.SetAntenna(QStringLiteral("HE 600"));
-    antenna.SetPolarisation(3);
-    antenna.SetMode(1);
-    antenna.GetDownconverter().SetStartFrequency(1e9);
-    antenna.GetDownconverter().SetStopFrequency(2e9);
-    antenna.GetDownconverter().SetOscFrequency(9.75e8);
-    antenna.SetDFReference(QStringLiteral("north"));
-
-    DFSettings &df = r.GetDFSettings();
-    df.AppendSignalPath(QStringLiteral("RX1"));
-    df.AppendSignalPath(QStringLiteral("Pfad ä"));
-    df.AppendSignalPath(QString(QLatin1String("")));
-    df.SetCurrentSignalPath(QStringLiteral("RX9"));
-    df.SetDFBandwidth(1500);
-    df.SetDFMeasurementTime(0.1);
-    df.SetDFMode(2);
-    df.SetDFStep(12.5);
-    df.SetFreqSpan(-1);
-
-    GPSCSettings &gpsc = r.GetGPSCSettings();
-    gpsc.SetGPSName(QStringLiteral("gps"));
-    gpsc.GetCompass().SetName(QStringLiteral("compass"));
-    gpsc.GetCompass().SetOffset(-2.5);
-    gpsc.GetCompass().SetType(QStringLiteral("fluxgate"));
-    gpsc.GetCompass().SetCompassSource(5);
-    gpsc.SetGPSCEnable(true);
-    gpsc.SetGPSSource(0);
+    r.GetDFSettings().AppendSignalPath(QStringLiteral("Pfad \u00e4"));
+    r.GetDFSettings().AppendSignalPath(QString(QLatin1String("")));
+    r.GetDFSettings().SetFreqSpan(-1);
+    r.GetGPSCSettings().SetGPSSource(0);
     return r;
 }
 
@@ -231,91 +96,60 @@ struct HasTr<T, std::void_t<decltype(T::tr("x")), decltype(T::trUtf8("x"))>> : s
 
 } // namespace
 
+// The accessors give the rows of the registry's tables, which
+// Classes.TablesMatchTheirReferenceText holds to tests/golden/tables.txt.
 TEST(Settings, NameTablesRowByRow)
 {
     struct Case {
+        const char *cls;
         const char *field;
         QStringList rows;
         QStringList gui;
-        QStringList expected;
     };
     const Case cases[] = {
-        {"FFMSettings.AnalogDemod", FFMSettings::GetAnalogDemods(), FFMSettings::GetGUIAnalogDemods(),
-         names({"AM", "FM", "CW", "PULSE", "LSB", "USB", "ISB", "TV", "PM", "IQ", "LOG", "A1", "A1A", "A3E", "B7B",
-                "B8E", "F1B", "F1C", "F3C", "F3E", "F7B", "J3E", "J7B", "FSK", "AFSK", "FAX1", "FAX2", "WBP",
-                "UNKNOWN"})},
-        {"FFMSettings.BandwidthMode", FFMSettings::GetBandwidthModes(), FFMSettings::GetGUIBandwidthModes(),
-         names({"Manual", "Coupled"})},
-        {"GainControlMode", FFMSettingsDetail::GetGainControlModes(), FFMSettingsDetail::GetGUIGainControlModes(),
-         names({"AGC", "MGC"})},
-        {"GainControlTime", FFMSettingsDetail::GetGainControlTimes(), FFMSettingsDetail::GetGUIGainControlTimes(),
-         names({"Default", "Fast", "Slow"})},
-        {"Attenuation", FFMSettingsDetail::GetAttenuations(), FFMSettingsDetail::GetGUIAttenuations(),
-         names({"MANUAL", "AUTO", "NORMAL", "LOW NOISE", "LOW DESTORT"})},
-        {"AFCValue", FFMSettingsDetail::GetAFCValues(), FFMSettingsDetail::GetGUIAFCValues(), names({"OFF", "ON"})},
-        {"SquelchState", FFMSettingsDetail::GetSquelchStates(), FFMSettingsDetail::GetGUISquelchStates(),
-         names({"OFF", "ON"})},
-        {"Preselection", FFMSettingsDetail::GetPreselections(), FFMSettingsDetail::GetGUIPreselections(),
-         names({"LOW NOISE", "NORMAL", "LOW DISTORT"})},
-        {"LevelDetector", FFMSettingsDetail::GetLevelDetectors(), FFMSettingsDetail::GetGUILevelDetectors(),
-         names({"AVG", "PEAK", "FAST", "RMS"})},
-        {"FFMSettingsDetail.MeasurementMode", FFMSettingsDetail::GetMeasurementModes(),
-         FFMSettingsDetail::GetGUIMeasurementModes(), names({"CONT", "PERIOD"})},
-        {"IFPanType", FFMSettingsDetail::GetIFPanTypes(), FFMSettingsDetail::GetGUIIFPanTypes(),
-         names({"Average", "Clear Write", "Max Hold", "Min Hold"})},
-        {"IFStepAuto", FFMSettingsDetail::GetIFStepAutos(), FFMSettingsDetail::GetGUIIFStepAutos(),
-         names({"OFF", "ON"})},
-        {"RecordSource", RecorderSettings::GetRecordSources(), RecorderSettings::GetGUIRecordSources(),
-         names({"IQ", "Audio", "VSP", "Traces", "Wide IQ", "CSV"})},
-        {"RecordSourceSuperset", RecorderSettings::GetRecordSourceSupersets(),
-         RecorderSettings::GetGUIRecordSourceSupersets(),
-         names({"Level", "Offset", "Fieldstrength", "AM", "AM Pos", "AM Neg", "FM", "FM Pos", "FM Neg", "PM",
-                "Bandwidth", "RDS", "IFPan", "Audio", "IQ", "Video", "VDPan", "TV", "SELCall"})},
-        {"RecordStorage", RecorderSettings::GetRecordStorages(), RecorderSettings::GetGUIRecordStorages(),
-         names({"Memory", "File (SD-Card)", "File (PC)", "Ostrom", "Device"})},
-        {"RecordMode", RecorderSettings::GetRecordModes(), RecorderSettings::GetGUIRecordModes(),
-         names({"Stop", "Record", "Pause", "Replay", "Delete"})},
-        {"RecordMemSize", RecorderSettings::GetRecordMemSizes(), RecorderSettings::GetGUIRecordMemSizes(),
-         names({"8MB", "16MB", "32MB", "64MB"})},
-        {"RecordMemMode", RecorderSettings::GetRecordMemModes(), RecorderSettings::GetGUIRecordMemModes(),
-         names({"Cyclic", "Once"})},
-        {"IQRecordState", RecorderSettings::GetIQRecordStates(), RecorderSettings::GetGUIIQRecordStates(),
-         names({"ON", "OFF"})},
-        {"AudioMode", AudioSettings::GetAudioModes(), AudioSettings::GetGUIAudioModes(),
-         names({"None", "32 kHz / 16 bits / 2 channels", "32 kHz / 16 bits / 1 channel",
-                "32 kHz / 8 bits / 2 channels", "32 kHz / 8 bits / 1 channel", "16 kHz / 16 bits / 2 channels",
-                "16 kHz / 16 bits / 1 channel", "16 kHz / 8 bits / 2 channels", "16 kHz / 8 bits / 1 channel",
-                "8 kHz / 16 bits / 2 channels", "8 kHz / 16 bits / 1 channel", "8 kHz /  8 bits / 2 channels",
-                "8 kHz /  8 bits / 1 channel"})},
-        {"AudioFilter", AudioSettings::GetAudioFilters(), AudioSettings::GetGUIAudioFilters(),
-         names({"OFF", "NOTCH", "NR", "BP", "DEHigh", "DEEurope", "DEUsa", "DEPmr"})},
-        {"BandwidthMethod", BandwidthSettings::GetBandwidthMethods(), BandwidthSettings::GetGUIBandwidthMethods(),
-         names({"OFF", "XDB", "BETA"})},
-        {"ModulationMethod", ModulationSettings::GetModulationMethods(),
-         ModulationSettings::GetGUIModulationMethods(),
-         names({"AM", "AM Pos", "AM Neg", "FM", "FM Pos", "FM Neg", "PM"})},
-        {"VDMode", VideoSettings::GetVDModes(), VideoSettings::GetGUIVDModes(),
-         names({"AM", "FM", "AMSQ", "FMSQ", "IQ", "IQSQ"})},
-        {"VDDataFormat", VideoSettings::GetVDDataFormats(), VideoSettings::GetGUIVDDataFormats(),
-         names({"OFF", "SHORT", "LONG"})},
-        {"SearchMode", ScanSettings::GetSearchModes(), ScanSettings::GetGUISearchModes(),
-         names({"IDLE", "CONT", "HOLD", "LEAVE", "RESTART", "RUN", "STOP", "SUPP"})},
-        {"MScanMode", ScanSettings::GetMScanModes(), ScanSettings::GetGUIMScanModes(),
-         names({"IDLE", "CONT", "HOLD", "LEAVE", "RESTART", "RUN", "STOP", "SUPP"})},
-        {"Polarisation", AntennaSettings::GetPolarisations(), AntennaSettings::GetGUIPolarisations(),
-         names({"Vertical", "Horizontal", "Left", "Right"})},
-        {"AntennaSettings.Mode", AntennaSettings::GetModes(), AntennaSettings::GetGUIModes(),
-         names({"active", "passive"})},
-        {"DFMode", DFSettings::GetDFModes(), DFSettings::GetGUIDFModes(), names({"Cont", "Norm", "Gate"})},
-        {"GPSSource", GPSCSettings::GetGPSSources(), GPSCSettings::GetGUIGPSSources(),
-         names({"NONE", "AUX1", "AUX2", "SCPI", "X1", "X2"})},
-        {"CompassSource", Compass::GetCompassSources(), Compass::GetGUICompassSources(),
-         names({"NONE", "AUX1", "AUX2", "SCPI", "X1", "X2"})},
+        {"FFMSettings", "AnalogDemod", FFMSettings::GetAnalogDemods(), FFMSettings::GetGUIAnalogDemods()},
+        {"FFMSettings", "BandwidthMode", FFMSettings::GetBandwidthModes(), FFMSettings::GetGUIBandwidthModes()},
+        {"FFMSettingsDetail", "GainControlMode", FFMSettingsDetail::GetGainControlModes(), FFMSettingsDetail::GetGUIGainControlModes()},
+        {"FFMSettingsDetail", "GainControlTime", FFMSettingsDetail::GetGainControlTimes(), FFMSettingsDetail::GetGUIGainControlTimes()},
+        {"FFMSettingsDetail", "Attenuation", FFMSettingsDetail::GetAttenuations(), FFMSettingsDetail::GetGUIAttenuations()},
+        {"FFMSettingsDetail", "AFCValue", FFMSettingsDetail::GetAFCValues(), FFMSettingsDetail::GetGUIAFCValues()},
+        {"FFMSettingsDetail", "SquelchState", FFMSettingsDetail::GetSquelchStates(), FFMSettingsDetail::GetGUISquelchStates()},
+        {"FFMSettingsDetail", "Preselection", FFMSettingsDetail::GetPreselections(), FFMSettingsDetail::GetGUIPreselections()},
+        {"FFMSettingsDetail", "LevelDetector", FFMSettingsDetail::GetLevelDetectors(), FFMSettingsDetail::GetGUILevelDetectors()},
+        {"FFMSettingsDetail", "MeasurementMode", FFMSettingsDetail::GetMeasurementModes(), FFMSettingsDetail::GetGUIMeasurementModes()},
+        {"FFMSettingsDetail", "IFPanType", FFMSettingsDetail::GetIFPanTypes(), FFMSettingsDetail::GetGUIIFPanTypes()},
+        {"FFMSettingsDetail", "IFStepAuto", FFMSettingsDetail::GetIFStepAutos(), FFMSettingsDetail::GetGUIIFStepAutos()},
+        {"RecorderSettings", "RecordSource", RecorderSettings::GetRecordSources(), RecorderSettings::GetGUIRecordSources()},
+        {"RecorderSettings", "RecordSourceSuperset", RecorderSettings::GetRecordSourceSupersets(), RecorderSettings::GetGUIRecordSourceSupersets()},
+        {"RecorderSettings", "RecordStorage", RecorderSettings::GetRecordStorages(), RecorderSettings::GetGUIRecordStorages()},
+        {"RecorderSettings", "RecordMode", RecorderSettings::GetRecordModes(), RecorderSettings::GetGUIRecordModes()},
+        {"RecorderSettings", "RecordMemSize", RecorderSettings::GetRecordMemSizes(), RecorderSettings::GetGUIRecordMemSizes()},
+        {"RecorderSettings", "RecordMemMode", RecorderSettings::GetRecordMemModes(), RecorderSettings::GetGUIRecordMemModes()},
+        {"RecorderSettings", "IQRecordState", RecorderSettings::GetIQRecordStates(), RecorderSettings::GetGUIIQRecordStates()},
+        {"AudioSettings", "AudioMode", AudioSettings::GetAudioModes(), AudioSettings::GetGUIAudioModes()},
+        {"AudioSettings", "AudioFilter", AudioSettings::GetAudioFilters(), AudioSettings::GetGUIAudioFilters()},
+        {"BandwidthSettings", "BandwidthMethod", BandwidthSettings::GetBandwidthMethods(), BandwidthSettings::GetGUIBandwidthMethods()},
+        {"ModulationSettings", "ModulationMethod", ModulationSettings::GetModulationMethods(), ModulationSettings::GetGUIModulationMethods()},
+        {"VideoSettings", "VDMode", VideoSettings::GetVDModes(), VideoSettings::GetGUIVDModes()},
+        {"VideoSettings", "VDDataFormat", VideoSettings::GetVDDataFormats(), VideoSettings::GetGUIVDDataFormats()},
+        {"ScanSettings", "SearchMode", ScanSettings::GetSearchModes(), ScanSettings::GetGUISearchModes()},
+        {"ScanSettings", "MScanMode", ScanSettings::GetMScanModes(), ScanSettings::GetGUIMScanModes()},
+        {"AntennaSettings", "Polarisation", AntennaSettings::GetPolarisations(), AntennaSettings::GetGUIPolarisations()},
+        {"AntennaSettings", "Mode", AntennaSettings::GetModes(), AntennaSettings::GetGUIModes()},
+        {"DFSettings", "DFMode", DFSettings::GetDFModes(), DFSettings::GetGUIDFModes()},
+        {"GPSCSettings", "GPSSource", GPSCSettings::GetGPSSources(), GPSCSettings::GetGUIGPSSources()},
+        {"Compass", "CompassSource", Compass::GetCompassSources(), Compass::GetGUICompassSources()},
     };
     for (const Case &c : cases) {
-        EXPECT_EQ(c.rows, c.expected) << c.field;
+        SCOPED_TRACE(std::string(c.cls) + "." + c.field);
+        const schema::Field *f = schema::findClass(QLatin1String(c.cls))->field(QLatin1String(c.field));
+        ASSERT_NE(f, nullptr);
+        QStringList names;
+        for (const QStringList &row : f->table.rows)
+            names.append(row.value(0));
+        EXPECT_EQ(c.rows, names);
         // No translator is installed: the GUI texts are the names.
-        EXPECT_EQ(c.gui, c.expected) << c.field;
+        EXPECT_EQ(c.gui, names);
     }
 }
 
@@ -394,36 +228,22 @@ TEST(Settings, TranslationFunctionsUseTheClassContext)
 TEST(Settings, FreshObjects)
 {
     // Classes whose HasData holds without a payload: all but the six with
-    // required fields.
-    const QStringList incomplete = names({"BandwidthSettings", "ModulationSettings", "DVSettings",
-                                          "AntennaSettings", "Downconverter", "BearingCorrectionSettings"});
+    // required fields. The ids are those of the registry, which
+    // tests/golden/tables.txt holds.
+    const QStringList incomplete = {QStringLiteral("BandwidthSettings"), QStringLiteral("ModulationSettings"),
+                                    QStringLiteral("DVSettings"), QStringLiteral("AntennaSettings"),
+                                    QStringLiteral("Downconverter"), QStringLiteral("BearingCorrectionSettings")};
     SettingsClasses::each([&](auto object) {
         using T = decltype(object);
         const QString name = T::GetStaticObjectName();
         SCOPED_TRACE(name.toStdString());
         EXPECT_EQ(object.GetObjectName(), name);
-        EXPECT_EQ(quint32(object.GetObjectType()), quint32(T::id));
-        EXPECT_EQ(T::GetId(), T::id);
-        EXPECT_FALSE(object.IsInitialized());
+        EXPECT_EQ(quint32(object.GetObjectType()), schema::findClass(name)->id);
+        EXPECT_EQ(quint32(T::id), schema::findClass(name)->id);
         EXPECT_FALSE(object.AnyData());
         EXPECT_EQ(object.HasData(), !incomplete.contains(name));
         EXPECT_FALSE(object.IsInitialized());
     });
-    struct Id {
-        qint64 id;
-        qint64 expected;
-    };
-    const Id ids[] = {{ReceiverSettings::id, 0x814D00B5}, {FFMSettings::id, 0xCAA321F3},
-                      {FFMSettingsDetail::id, 0xE8544372}, {RecorderSettings::id, 0x6394D691},
-                      {AudioSettings::id, 0x07A08CBC},    {IQSettings::id, 0x6D4ADB13},
-                      {DVSettings::id, 0xE85F620F},       {SensorSettings::id, 0x24A28928},
-                      {BandwidthSettings::id, 0xA8473FFD}, {ModulationSettings::id, 0x83A03A59},
-                      {VideoSettings::id, 0x459314F7},    {ScanSettings::id, 0x2225205E},
-                      {AntennaSettings::id, 0xEB325F42},  {Downconverter::id, 0xCD2750A9},
-                      {BearingCorrectionSettings::id, 0x4F86A43B}, {DFSettings::id, 0xEBF2145C},
-                      {GPSCSettings::id, 0x623A6CBC},     {Compass::id, 0x0D101802}};
-    for (const Id &i : ids)
-        EXPECT_EQ(i.id, i.expected);
 
     // A fresh ModulationSettings has data as soon as its payload exists: its
     // Prefix starts as "Sensor".
@@ -655,123 +475,83 @@ TEST(Settings, EveryMessageKind)
         object.SetValidate(true);
         return object;
     };
+    // The message texts, word for word.
+    auto badEnum = [](const char *cls, const char *member) {
+        return QStringLiteral("enum is not valid (classname=%1,membername=%2)").arg(QLatin1String(cls), QLatin1String(member));
+    };
+    auto nullText = [](const char *cls, const char *field) {
+        return QStringLiteral("%1: Please set %2 properly (origin: Setter).").arg(QLatin1String(cls), QLatin1String(field));
+    };
+    auto outOf = [](const char *member, const char *lo, const char *hi, const char *cls) {
+        return QStringLiteral("Parameters for %1 are not set within range (%2, %3) in '%4'.")
+            .arg(QLatin1String(member), QLatin1String(lo), QLatin1String(hi), QLatin1String(cls));
+    };
+    auto unset = [](const char *cls, const char *field) {
+        return QStringLiteral("%1: Please set %2 properly.").arg(QLatin1String(cls), QLatin1String(field));
+    };
     const QString null;
     const Case cases[] = {
         // Enumerated setters: class and member, no object name.
-        {"range", [&] { validating(FFMSettingsDetail()).SetAFCValue(2); },
-         QStringLiteral("enum is not valid (classname=FFMSettingsDetail,membername=m_aFCValue)")},
-        {"range", [&] { validating(FFMSettingsDetail()).SetIFPanType(-1); },
-         QStringLiteral("enum is not valid (classname=FFMSettingsDetail,membername=m_iFPanType)")},
-        {"range", [&] { validating(FFMSettings()).SetAnalogDemod(29); },
-         QStringLiteral("enum is not valid (classname=FFMSettings,membername=m_analogDemod)")},
-        {"range", [&] { validating(RecorderSettings()).SetIQRecordState(2); },
-         QStringLiteral("enum is not valid (classname=RecorderSettings,membername=m_iQRecordState)")},
-        {"range", [&] { validating(AudioSettings()).SetAudioFilter(8); },
-         QStringLiteral("enum is not valid (classname=AudioSettings,membername=m_audioFilter)")},
-        {"range", [&] { validating(BandwidthSettings()).SetBandwidthMethod(3); },
-         QStringLiteral("enum is not valid (classname=BandwidthSettings,membername=m_bandwidthMethod)")},
-        {"range", [&] { validating(ModulationSettings()).SetModulationMethod(7); },
-         QStringLiteral("enum is not valid (classname=ModulationSettings,membername=m_modulationMethod)")},
-        {"range", [&] { validating(VideoSettings()).SetVDMode(6); },
-         QStringLiteral("enum is not valid (classname=VideoSettings,membername=m_vDMode)")},
-        {"range", [&] { validating(ScanSettings()).SetMScanMode(8); },
-         QStringLiteral("enum is not valid (classname=ScanSettings,membername=m_mScanMode)")},
-        {"range", [&] { validating(AntennaSettings()).SetMode(2); },
-         QStringLiteral("enum is not valid (classname=AntennaSettings,membername=m_mode)")},
-        {"range", [&] { validating(DFSettings()).SetDFMode(3); },
-         QStringLiteral("enum is not valid (classname=DFSettings,membername=m_dFMode)")},
-        {"range", [&] { validating(GPSCSettings()).SetGPSSource(6); },
-         QStringLiteral("enum is not valid (classname=GPSCSettings,membername=m_gPSSource)")},
-        {"range", [&] { validating(Compass()).SetCompassSource(-1); },
-         QStringLiteral("enum is not valid (classname=Compass,membername=m_compassSource)")},
+        {"range", [&] { validating(FFMSettingsDetail()).SetAFCValue(2); }, badEnum("FFMSettingsDetail", "m_aFCValue")},
+        {"range", [&] { validating(FFMSettingsDetail()).SetIFPanType(-1); }, badEnum("FFMSettingsDetail", "m_iFPanType")},
+        {"range", [&] { validating(FFMSettings()).SetAnalogDemod(29); }, badEnum("FFMSettings", "m_analogDemod")},
+        {"range", [&] { validating(RecorderSettings()).SetIQRecordState(2); }, badEnum("RecorderSettings", "m_iQRecordState")},
+        {"range", [&] { validating(AudioSettings()).SetAudioFilter(8); }, badEnum("AudioSettings", "m_audioFilter")},
+        {"range", [&] { validating(BandwidthSettings()).SetBandwidthMethod(3); }, badEnum("BandwidthSettings", "m_bandwidthMethod")},
+        {"range", [&] { validating(ModulationSettings()).SetModulationMethod(7); }, badEnum("ModulationSettings", "m_modulationMethod")},
+        {"range", [&] { validating(VideoSettings()).SetVDMode(6); }, badEnum("VideoSettings", "m_vDMode")},
+        {"range", [&] { validating(ScanSettings()).SetMScanMode(8); }, badEnum("ScanSettings", "m_mScanMode")},
+        {"range", [&] { validating(AntennaSettings()).SetMode(2); }, badEnum("AntennaSettings", "m_mode")},
+        {"range", [&] { validating(DFSettings()).SetDFMode(3); }, badEnum("DFSettings", "m_dFMode")},
+        {"range", [&] { validating(GPSCSettings()).SetGPSSource(6); }, badEnum("GPSCSettings", "m_gPSSource")},
+        {"range", [&] { validating(Compass()).SetCompassSource(-1); }, badEnum("Compass", "m_compassSource")},
         // Null strings: object name in front.
-        {"range", [&] { validating(IQSettings()).SetIQMode(null); },
-         QStringLiteral("IQSettings: Please set IQMode properly (origin: Setter).")},
-        {"range", [&] { validating(DVSettings()).SetDVTriggerTrace(null); },
-         QStringLiteral("DVSettings: Please set DVTriggerTrace properly (origin: Setter).")},
-        {"range", [&] { validating(ModulationSettings()).SetPrefix(null); },
-         QStringLiteral("ModulationSettings: Please set Prefix properly (origin: Setter).")},
-        {"range", [&] { validating(VideoSettings()).SetVDScale(null); },
-         QStringLiteral("VideoSettings: Please set VDScale properly (origin: Setter).")},
-        {"range", [&] { validating(AntennaSettings()).SetDFReference(null); },
-         QStringLiteral("AntennaSettings: Please set DFReference properly (origin: Setter).")},
-        {"range", [&] { validating(DFSettings()).SetCurrentSignalPath(null); },
-         QStringLiteral("DFSettings: Please set CurrentSignalPath properly (origin: Setter).")},
-        {"range", [&] { validating(GPSCSettings()).SetGPSName(null); },
-         QStringLiteral("GPSCSettings: Please set GPSName properly (origin: Setter).")},
-        {"range", [&] { validating(Compass()).SetType(null); },
-         QStringLiteral("Compass: Please set Type properly (origin: Setter).")},
+        {"range", [&] { validating(IQSettings()).SetIQMode(null); }, nullText("IQSettings", "IQMode")},
+        {"range", [&] { validating(DVSettings()).SetDVTriggerTrace(null); }, nullText("DVSettings", "DVTriggerTrace")},
+        {"range", [&] { validating(ModulationSettings()).SetPrefix(null); }, nullText("ModulationSettings", "Prefix")},
+        {"range", [&] { validating(VideoSettings()).SetVDScale(null); }, nullText("VideoSettings", "VDScale")},
+        {"range", [&] { validating(AntennaSettings()).SetDFReference(null); }, nullText("AntennaSettings", "DFReference")},
+        {"range", [&] { validating(DFSettings()).SetCurrentSignalPath(null); }, nullText("DFSettings", "CurrentSignalPath")},
+        {"range", [&] { validating(GPSCSettings()).SetGPSName(null); }, nullText("GPSCSettings", "GPSName")},
+        {"range", [&] { validating(Compass()).SetType(null); }, nullText("Compass", "Type")},
         // Ranges: the limits in plain form, the object name last.
-        {"range", [&] { validating(BandwidthSettings()).SetXDBValue(40.01f); },
-         QStringLiteral("Parameters for m_xDBValue are not set within range (0, 40) in 'BandwidthSettings'.")},
-        {"range", [&] { validating(BandwidthSettings()).SetBetaValue(0.0f); },
-         QStringLiteral("Parameters for m_betaValue are not set within range (0.1, 100) in 'BandwidthSettings'.")},
+        {"range", [&] { validating(BandwidthSettings()).SetXDBValue(40.01f); }, outOf("m_xDBValue", "0", "40", "BandwidthSettings")},
+        {"range", [&] { validating(BandwidthSettings()).SetBetaValue(0.0f); }, outOf("m_betaValue", "0.1", "100", "BandwidthSettings")},
         {"range", [&] { validating(ScanSettings()).SetSearchScanDwellTime(10.01); },
-         QStringLiteral("Parameters for m_searchScanDwellTime are not set within range (-1, 10) in 'ScanSettings'.")},
-        {"range", [&] { validating(ScanSettings()).SetSearchHoldTime(-1.01); },
-         QStringLiteral("Parameters for m_searchHoldTime are not set within range (-1, 10) in 'ScanSettings'.")},
-        {"range", [&] { validating(ScanSettings()).SetMScanDwellTime(std::nan("")); },
-         QStringLiteral("Parameters for m_mScanDwellTime are not set within range (-1, 10) in 'ScanSettings'.")},
-        {"range", [&] { validating(ScanSettings()).SetMScanHoldTime(11); },
-         QStringLiteral("Parameters for m_mScanHoldTime are not set within range (-1, 10) in 'ScanSettings'.")},
+         outOf("m_searchScanDwellTime", "-1", "10", "ScanSettings")},
+        {"range", [&] { validating(ScanSettings()).SetSearchHoldTime(-1.01); }, outOf("m_searchHoldTime", "-1", "10", "ScanSettings")},
+        {"range", [&] { validating(ScanSettings()).SetMScanDwellTime(std::nan("")); }, outOf("m_mScanDwellTime", "-1", "10", "ScanSettings")},
+        {"range", [&] { validating(ScanSettings()).SetMScanHoldTime(11); }, outOf("m_mScanHoldTime", "-1", "10", "ScanSettings")},
         // Check.
-        {"range", [&] { validating(AntennaSettings()).Check(); },
-         QStringLiteral("AntennaSettings: Please set Antenna properly.")},
+        {"range", [&] { validating(AntennaSettings()).Check(); }, unset("AntennaSettings", "Antenna")},
         {"range",
          [&] {
              BandwidthSettings b;
              b.SetBandwidthMethod(0); // OFF still needs both parameters
              b.Check();
          },
-         QStringLiteral("BandwidthSettings: Please set XDBValue properly.")},
+         unset("BandwidthSettings", "XDBValue")},
         {"range",
          [&] {
-             Downconverter d;
-             d.SetStartFrequency(1);
-             d.SetStopFrequency(2);
              AntennaSettings a;
              a.SetAntenna(QStringLiteral("a"));
-             a.SetDownconverter(d);
+             a.GetDownconverter().SetStartFrequency(1);
+             a.GetDownconverter().SetStopFrequency(2);
              a.Check();
          },
-         QStringLiteral("Downconverter: Please set OscFrequency properly.")},
-        {"range", [&] { BearingCorrectionSettings().Check(); },
-         QStringLiteral("BearingCorrectionSettings: Please set FromHeight properly.")},
-        {"range",
-         [&] {
-             DFSettings d;
-             d.SetSignalPath({QStringLiteral("a"), QString()});
-             d.Check();
-         },
-         QStringLiteral("DFSettings: Please set SignalPath properly.")},
-        {"range",
-         [&] {
-             GPSCSettings g;
-             g.GetCompass().SetName(QString());
-             g.Check();
-         },
-         QStringLiteral("Compass: Please set Name properly.")},
-        {"range",
-         [&] {
-             VideoSettings v;
-             v.SetVDDemodulation(QString());
-             v.Check();
-         },
-         QStringLiteral("VideoSettings: Please set VDDemodulation properly.")},
-        {"range",
-         [&] {
-             SensorSettings s;
-             s.GetBandwidthSettings();
-             s.Check();
-         },
-         QStringLiteral("BandwidthSettings: Please set BandwidthMethod properly.")},
+         unset("Downconverter", "OscFrequency")},
+        {"range", [&] { BearingCorrectionSettings().Check(); }, unset("BearingCorrectionSettings", "FromHeight")},
+        {"range", [&] { DFSettings d; d.SetSignalPath({QStringLiteral("a"), QString()}); d.Check(); }, unset("DFSettings", "SignalPath")},
+        {"range", [&] { GPSCSettings g; g.GetCompass().SetName(QString()); g.Check(); }, unset("Compass", "Name")},
+        {"range", [&] { VideoSettings v; v.SetVDDemodulation(QString()); v.Check(); }, unset("VideoSettings", "VDDemodulation")},
+        {"range", [&] { SensorSettings s; s.GetBandwidthSettings(); s.Check(); }, unset("BandwidthSettings", "BandwidthMethod")},
         {"range",
          [&] {
              SensorSettings s;
              s.SetModulationSettings({modulation(0, 1), ModulationSettings()});
              s.Check();
          },
-         QStringLiteral("ModulationSettings: Please set ModulationMethod properly.")},
+         unset("ModulationSettings", "ModulationMethod")},
         {"range",
          [&] {
              ReceiverSettings r;
@@ -779,7 +559,7 @@ TEST(Settings, EveryMessageKind)
              r.GetDVSettings().SetDVMode(QStringLiteral("m"));
              test::xml(r);
          },
-         QStringLiteral("DVSettings: Please set DVTime properly.")},
+         unset("DVSettings", "DVTime")},
         // Appending.
         {"incomplete", [&] { validating(SensorSettings()).AppendModulationSettings(ModulationSettings()); },
          QStringLiteral("SensorSettings: Tried to append not completely defined or invalid item ModulationSettings.")},
@@ -793,17 +573,14 @@ TEST(Settings, EveryMessageKind)
          },
          QStringLiteral("Please set a value or a default for the boolean 'RecordState' in 'RecorderSettings'.")},
         // The length error.
-        {"binary",
-         [&] {
-             ReceiverSettings r;
-             test::readTagged(r, QByteArray::fromHex("0000000906493f8300000000"));
-         },
+        {"binary", [&] { ReceiverSettings r; test::readTagged(r, QByteArray::fromHex("0000000906493f8300000000")); },
          QStringLiteral("ReceiverSettings::SetBinary(...): Length error occurred during processing of binary representation")},
     };
     for (const Case &c : cases) {
+        SCOPED_TRACE(c.message.toStdString());
         try {
             c.body();
-            ADD_FAILURE() << "no exception: " << c.message.toStdString();
+            ADD_FAILURE() << "no exception";
         } catch (const QuilletRootException &e) {
             EXPECT_EQ(e.GetMessage().toStdString(), c.message.toStdString());
             const std::string kind = dynamic_cast<const OutOfRangeException *>(&e)            ? "range"
@@ -811,7 +588,7 @@ TEST(Settings, EveryMessageKind)
                                      : dynamic_cast<const InvalidXmlException *>(&e)           ? "xml"
                                      : dynamic_cast<const BinaryParsingException *>(&e)        ? "binary"
                                                                                                : "other";
-            EXPECT_EQ(kind, c.kind) << c.message.toStdString();
+            EXPECT_EQ(kind, c.kind);
         }
     }
 }
@@ -819,52 +596,39 @@ TEST(Settings, EveryMessageKind)
 TEST(Settings, EmptyBoolElementsWithAndWithoutDefaults)
 {
     struct Case {
+        const char *cls;
         const char *element;
         bool validate;
         const char *text;
-        const char *outcome; // "throws", "false" or "true"
+        const char *outcome; // "throws", or the value read, with the bit on
     };
     const Case cases[] = {
-        {"RecordState", true, "", "throws"},           {"RecordState", false, "", "false"},
-        {"AutomaticMeasMode", true, "", "throws"},     {"AutomaticMeasMode", false, "", "false"},
-        {"MScanSquelchMode", true, "", "throws"},      {"MScanSquelchMode", false, "", "false"},
-        {"GPSCEnable", true, "", "false"},             {"GPSCEnable", false, "", "false"},
-        {"GPSCEnable", true, "TRUE", "true"},          {"GPSCEnable", true, "1", "true"},
-        {"GPSCEnable", true, "off", "true"},           {"GPSCEnable", true, "FALSE", "false"},
-        {"MScanSquelchMode", true, "0", "false"},      {"RecordState", true, "yes", "true"},
+        {"RecorderSettings", "RecordState", true, "", "throws"},   {"RecorderSettings", "RecordState", false, "", "false"},
+        {"FFMSettingsDetail", "AutomaticMeasMode", true, "", "throws"},
+        {"FFMSettingsDetail", "AutomaticMeasMode", false, "", "false"},
+        {"ScanSettings", "MScanSquelchMode", true, "", "throws"},  {"ScanSettings", "MScanSquelchMode", false, "", "false"},
+        {"GPSCSettings", "GPSCEnable", true, "", "false"},         {"GPSCSettings", "GPSCEnable", false, "", "false"},
+        {"GPSCSettings", "GPSCEnable", true, "TRUE", "true"},      {"GPSCSettings", "GPSCEnable", true, "1", "true"},
+        {"GPSCSettings", "GPSCEnable", true, "off", "true"},       {"GPSCSettings", "GPSCEnable", true, "FALSE", "false"},
+        {"ScanSettings", "MScanSquelchMode", true, "0", "false"},  {"RecorderSettings", "RecordState", true, "yes", "true"},
     };
     for (const Case &c : cases) {
-        const QString element = QString::fromLatin1(c.element);
-        const QString body = QStringLiteral("<%1>%2</%1>").arg(element, QString::fromLatin1(c.text));
         SCOPED_TRACE(std::string(c.element) + (c.validate ? " validating " : " ") + c.text);
-        auto run = [&](auto object, const QString &name, auto get, auto isSet) {
-            object.SetValidate(c.validate);
-            const QString doc = QStringLiteral("<%1>%2</%1>").arg(name, body);
-            if (std::string(c.outcome) == "throws") {
-                expectThrow<InvalidXmlException>(
-                    [&] { test::readXml(object, doc); },
-                    QStringLiteral("Please set a value or a default for the boolean '%1' in '%2'.").arg(element, name));
-                EXPECT_FALSE(isSet(object));
-                return;
-            }
-            test::readXml(object, doc);
-            EXPECT_TRUE(isSet(object));
-            EXPECT_EQ(get(object), std::string(c.outcome) == "true");
-        };
-        if (element == QLatin1String("RecordState"))
-            run(RecorderSettings(), QStringLiteral("RecorderSettings"),
-                [](RecorderSettings &o) { return o.GetRecordState(); },
-                [](RecorderSettings &o) { return o.IsRecordStateSet(); });
-        else if (element == QLatin1String("AutomaticMeasMode"))
-            run(FFMSettingsDetail(), QStringLiteral("FFMSettingsDetail"),
-                [](FFMSettingsDetail &o) { return o.GetAutomaticMeasMode(); },
-                [](FFMSettingsDetail &o) { return o.IsAutomaticMeasModeSet(); });
-        else if (element == QLatin1String("MScanSquelchMode"))
-            run(ScanSettings(), QStringLiteral("ScanSettings"), [](ScanSettings &o) { return o.GetMScanSquelchMode(); },
-                [](ScanSettings &o) { return o.IsMScanSquelchModeSet(); });
-        else
-            run(GPSCSettings(), QStringLiteral("GPSCSettings"), [](GPSCSettings &o) { return o.GetGPSCEnable(); },
-                [](GPSCSettings &o) { return o.IsGPSCEnableSet(); });
+        const QString cls = QLatin1String(c.cls), element = QLatin1String(c.element);
+        std::unique_ptr<QUILLET::IQuilletObject> object = schema::findClass(cls)->create();
+        object->SetValidate(c.validate);
+        const QString doc = QStringLiteral("<%1><%2>%3</%2></%1>").arg(cls, element, QLatin1String(c.text));
+        QString written = QStringLiteral("<%1/>").arg(cls); // the field left unset
+        if (std::string(c.outcome) == "throws") {
+            expectThrow<InvalidXmlException>(
+                [&] { test::readXml(*object, doc); },
+                QStringLiteral("Please set a value or a default for the boolean '%1' in '%2'.").arg(element, cls));
+        } else {
+            test::readXml(*object, doc);
+            written = QStringLiteral("<%1><%2>%3</%2></%1>").arg(cls, element, QLatin1String(c.outcome));
+        }
+        object->SetValidate(false);
+        EXPECT_EQ(test::xml(*object), written);
     }
 }
 
@@ -1255,31 +1019,20 @@ TEST(Settings, AntennaAndPositionDepartures)
     EXPECT_EQ(test::xml(f), QStringLiteral("<FFMSettings><AnalogDemod></AnalogDemod></FFMSettings>"));
 }
 
+// The round trip of each class's example is Sweep's; here the example sets
+// every field, and the document of every departure goes through every form.
 TEST(Settings, EveryClassRoundTrips)
 {
     SettingsClasses::each([](auto object) {
         using T = decltype(object);
-        const T filled = example<T>();
-        // The example sets every field of the class.
-        const QByteArray raw = test::raw(filled);
+        const QByteArray raw = test::raw(example<T>());
         const int fields = int(schema::findClass(T::GetStaticObjectName())->fields.size());
         for (int bit = 0; bit < fields; ++bit)
             EXPECT_TRUE(raw.at(bit / 8) & (1 << (bit % 8))) << T::GetStaticObjectName().toStdString() << " bit " << bit;
-        expectRoundTrip(filled);
     });
     const ReceiverSettings full = fullSettings();
     full.Check(true);
     expectRoundTrip(full);
-    expectRoundTrip(full.GetSensorSettings());
-    expectRoundTrip(full.GetDFSettings());
-    // The whole document through the base's operations.
-    ReceiverSettings fromBlock;
-    QByteArray block = full.GetBinaryRepresentationAsQByteArray();
-    fromBlock.SetBinaryRepresentation(block);
-    EXPECT_TRUE(fromBlock == full);
-    ReceiverSettings fromText;
-    fromText.SetXmlString(full.GetXmlString());
-    EXPECT_TRUE(fromText == full);
     ReceiverSettings copy(full);
     copy.GetSensorSettings().GetModulationSettings()[1].SetModulationValue(1);
     EXPECT_FALSE(copy == full);

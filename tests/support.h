@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace test {
 
@@ -84,6 +85,84 @@ void readXml(T &object, const QString &text)
     reader.readNextStartElement();
     object.ProcessXml(reader);
     ASSERT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+}
+
+/*! A filled object of class T, read from the registry's example document. */
+template <class T>
+T example()
+{
+    T object;
+    object.SetValidate(true);
+    object.SetXmlString(HALVANE::schema::exampleXml(*HALVANE::schema::findClass(T::GetStaticObjectName())));
+    return object;
+}
+
+/*! The three forms of an object as one text, to compare in one go. */
+template <class T>
+std::string forms(const T &object)
+{
+    return xml(object).toStdString() + "|" + hex(tagged(object)) + "|" + hex(raw(object));
+}
+
+/*! Reads \a original back from XML, the tagged form, the raw form and a
+    binary block: each copy equals it and writes the same three forms. XML
+    and the tagged form keep two decimals: for values with more, say so in
+    \a twoDecimals, and the copies from them must only write the same text
+    forms. */
+template <class T>
+void expectRoundTrip(const T &original, bool twoDecimals = true)
+{
+    SCOPED_TRACE(T::GetStaticObjectName().toStdString());
+    T fromXml, fromTagged, fromRaw, fromBlock;
+    fromXml.SetValidate(true);
+    fromTagged.SetValidate(true);
+    fromBlock.SetValidate(true);
+    readXml(fromXml, xml(original));
+    readTagged(fromTagged, tagged(original));
+    readRaw(fromRaw, raw(original));
+    fromBlock.SetBinaryRepresentation(original.GetBinaryRepresentationAsQByteArray());
+    const std::string expected = forms(original);
+    const std::pair<const char *, const T *> backs[] = {
+        {"from XML", &fromXml}, {"from the tagged form", &fromTagged}, {"from the raw form", &fromRaw}, {"from a block", &fromBlock}};
+    for (const auto &back : backs) {
+        if (twoDecimals || back.second == &fromRaw) {
+            EXPECT_TRUE(*back.second == original) << back.first << ": " << xml(*back.second).toStdString();
+            EXPECT_EQ(forms(*back.second), expected) << back.first;
+        } else {
+            EXPECT_EQ(xml(*back.second), xml(original)) << back.first;
+            EXPECT_EQ(hex(tagged(*back.second)), hex(tagged(original))) << back.first;
+        }
+    }
+}
+
+/*! An Administration with every field set, values of at most two decimals. */
+inline HALVANE::Administration administration()
+{
+    HALVANE::Administration a;
+    a.SetValidate(true);
+    a.SetHardwareStatus(6);
+    a.SetCW(10);
+    a.SetDriverType(33);
+    a.SetDrvCommands(38);
+    a.SetRDSState(2);
+    a.SetClearGroup(1);
+    a.SetIFPan(3);
+    a.SetDF(7);
+    a.SetGeneral(1);
+    a.SetMassDataStreams(16);
+    a.SetSpeed(3);
+    HALVANE::SensorMetaData &s = a.GetSensorMetaData();
+    s.SetGroup(QStringLiteral("Level"));
+    s.SetUnit(QStringLiteral("dB\u00b5V"));
+    s.GetMinMaxStep().SetMin(-10);
+    s.GetMinMaxStep().SetMax(10.5);
+    s.GetMinMaxStep().SetStep(0.25);
+    s.SetValueMin(1);
+    s.SetValueMax(2);
+    s.SetValueStep(3);
+    s.SetMeasurementInvalid(true);
+    s.SetOverload(0);
+    return a;
 }
 
 /*! Builds tagged input by hand: records of tag, length and value. */

@@ -97,30 +97,16 @@ private:
     std::atomic<int> m_waiting;
 };
 
-template <class T>
-T fromExample()
-{
-    T object;
-    object.SetValidate(true);
-    object.SetXmlString(schema::exampleXml(*schema::findClass(T::GetStaticObjectName())));
-    return object;
-}
+using test::forms;
 
 // A complete item, so that a list that validates takes it.
 MeasurementData measurement(int item, double value)
 {
-    MeasurementData d = fromExample<MeasurementData>();
+    MeasurementData d = test::example<MeasurementData>();
     d.SetMeasurementItem(MeasurementData::MeasurementItem(item));
     d.SetInternalKey(item);
     d.GetMeasurementResult().SetDoubleResult(value);
     return d;
-}
-
-// All three forms of an object as one text, to compare in one go.
-template <class T>
-std::string forms(const T &object)
-{
-    return test::xml(object).toStdString() + "|" + test::hex(test::tagged(object)) + "|" + test::hex(test::raw(object));
 }
 
 } // namespace
@@ -189,8 +175,8 @@ TEST(Threads, ObjectsOutliveTheThreadThatMadeThem)
 {
     // Payloads made on threads that have ended are read, changed and freed
     // on this one; their blocks go to this thread's pool or the allocator.
-    const Administration administration = fromExample<Administration>();
-    const MeasurementResultList results = fromExample<MeasurementResultList>();
+    const Administration administration = test::example<Administration>();
+    const MeasurementResultList results = test::example<MeasurementResultList>();
     const std::string administrationForms = forms(administration);
     const std::string resultForms = forms(results);
 
@@ -199,7 +185,7 @@ TEST(Threads, ObjectsOutliveTheThreadThatMadeThem)
     Threads makers;
     for (int t = 0; t < 4; ++t) {
         makers.start([&, t] {
-            administrations[size_t(t)] = fromExample<Administration>();
+            administrations[size_t(t)] = test::example<Administration>();
             MeasurementResultList list;
             list.SetXmlString(test::xml(results));
             // Moved out: the payload leaves the thread with the object.
@@ -226,9 +212,9 @@ TEST(Threads, CopiesAreReadOnSeveralThreadsWhileTheOriginalChanges)
     // payload when the readers start, and each side detaches on first access.
     const int kReaders = 4;
     const int kRounds = 50;
-    ModeManager mode = fromExample<ModeManager>();
-    Administration administration = fromExample<Administration>();
-    MeasurementResultList list = fromExample<MeasurementResultList>();
+    ModeManager mode = test::example<ModeManager>();
+    Administration administration = test::example<Administration>();
+    MeasurementResultList list = test::example<MeasurementResultList>();
     const std::string modeForms = forms(mode);
     const std::string administrationForms = forms(administration);
     const std::string listForms = forms(list);
@@ -300,7 +286,7 @@ struct OutlivesThePool {
 
 TEST(Threads, ObjectsDestroyedAfterTheirThreadsPool)
 {
-    g_destroyedAtExit = fromExample<Administration>();
+    g_destroyedAtExit = test::example<Administration>();
     MeasurementResultList list;
     list.AppendMeasurementData(measurement(3, 1.5));
 
@@ -308,11 +294,11 @@ TEST(Threads, ObjectsDestroyedAfterTheirThreadsPool)
     std::thread t([&] {
         thread_local OutlivesThePool probe;
         probe.written = &written;
-        probe.mode.SetXmlString(test::xml(fromExample<ModeManager>()));
+        probe.mode.SetXmlString(test::xml(test::example<ModeManager>()));
     });
     t.join();
 
-    ModeManager mode = fromExample<ModeManager>();
+    ModeManager mode = test::example<ModeManager>();
     ModeManager copy = mode;
     copy.SetDualState(1);
     EXPECT_EQ(written, forms(mode) + "|" + forms(copy) + "|" + forms(list));
@@ -409,8 +395,8 @@ TEST(Threads, AnOwnerLeftAloneChangesThePayloadAfterTheCopiesLetItGo)
     // say so through a flag that orders nothing; the owner, seeing the
     // payload no longer shared, changes it in place. Its change must be
     // ordered after the copies' reads by the reference count alone.
-    ModeManager mode = fromExample<ModeManager>();
-    RDSResult rds = fromExample<RDSResult>();
+    ModeManager mode = test::example<ModeManager>();
+    RDSResult rds = test::example<RDSResult>();
     const std::string modeForms = forms(mode);
     const std::string rdsForms = forms(rds);
     for (int round = 0; round < 20; ++round) {
@@ -428,7 +414,7 @@ TEST(Threads, AnOwnerLeftAloneChangesThePayloadAfterTheCopiesLetItGo)
         rds.SetPICode(QString::number(round));
         reader.join();
         EXPECT_EQ(seen, modeForms + rdsForms) << round;
-        mode = fromExample<ModeManager>();
-        rds = fromExample<RDSResult>();
+        mode = test::example<ModeManager>();
+        rds = test::example<RDSResult>();
     }
 }
