@@ -4,6 +4,7 @@
 // with --quick it runs only the small documents (for CI).
 #include "baseline.h"
 #include "baseline_capabilities.h"
+#include "baseline_settings.h"
 #include "documents.h"
 
 #include <halvane/halvane.h>
@@ -150,6 +151,10 @@ bool plainEqual(const baseline::Capabilities &a, const baseline::Capabilities &b
 {
     return a == b;
 }
+bool plainEqual(const baseline::ReceiverSettings &a, const baseline::ReceiverSettings &b)
+{
+    return a == b;
+}
 
 // The first change after a copy, the same on both sides.
 void touch(HALVANE::ModeManager &m) { m.SetDualState(1); }
@@ -160,6 +165,8 @@ void touch(HALVANE::MeasurementResultList &l) { l.GetMeasurementData()[0].SetInt
 void touch(baseline::MeasurementResultList &l) { l.measurementData[0].internalKey = 1; }
 void touch(HALVANE::Capabilities &c) { c.GetHardwareOptions().SetGPS(false); }
 void touch(baseline::Capabilities &c) { c.hardwareOptions.gps = false; }
+void touch(HALVANE::ReceiverSettings &r) { r.GetScanSettings().SetStepFrequency(12500); }
+void touch(baseline::ReceiverSettings &r) { r.scanSettings.stepFrequency = 12500; }
 
 template <class Lib, class Plain>
 void runForm(benchmark::State &state, const std::string &form, bool library, const Lib &lib, const Plain &plain,
@@ -298,6 +305,13 @@ std::vector<Document> makeDocuments(bool quick)
                         static const auto plain = documents::plainCapabilities();
                         runForm<HALVANE::Capabilities, baseline::Capabilities>(
                             s, form, library, lib, plain, documents::capabilities, documents::plainCapabilities);
+                    }});
+    docs.push_back({"ReceiverSettings", 1, [](benchmark::State &s, const std::string &form, bool library) {
+                        static const auto lib = documents::receiverSettings();
+                        static const auto plain = documents::plainReceiverSettings();
+                        runForm<HALVANE::ReceiverSettings, baseline::ReceiverSettings>(
+                            s, form, library, lib, plain, documents::receiverSettings,
+                            documents::plainReceiverSettings);
                     }});
     std::vector<int> sizes = {1000};
     if (!quick) {

@@ -3,6 +3,7 @@
 #include "support.h"
 
 #include "../bench/baseline_capabilities.h"
+#include "../bench/baseline_settings.h"
 #include "../bench/documents.h"
 
 namespace {
@@ -108,5 +109,105 @@ TEST(Baseline, WritesAndReadsTheLibrarysCapabilities)
     EXPECT_FALSE(changed == plain);
     changed = plain;
     changed.isbBandwidthSettings.maxBandwidth = 12.25;
+    EXPECT_FALSE(changed == plain);
+}
+
+TEST(Baseline, WritesAndReadsTheLibrarysReceiverSettings)
+{
+    const HALVANE::ReceiverSettings library = documents::receiverSettings();
+    const baseline::ReceiverSettings plain = documents::plainReceiverSettings();
+    expectSameForms(library, plain);
+
+    // All twelve objects and every field below them are there. Raw: the
+    // document's two presence bytes, then RecorderSettings' byte and its
+    // six indices, flag and last index, then FFMSettings' byte.
+    const QByteArray raw = test::raw(library);
+    EXPECT_EQ(test::hex(raw.left(12)), "FF 0F FF 01 0C 02 01 03 00 01 01 1F");
+    const QString text = test::xml(library);
+    for (const char *part :
+         {"<ReceiverSettings><RecorderSettings><RecordSource>Audio</RecordSource>",
+          "<Attenuation>LOW DESTORT</Attenuation>", "<AutomaticMeasMode>false</AutomaticMeasMode>",
+          "<AudioMode>8 kHz /  8 bits / 2 channels</AudioMode>", "<XDBValue>26.50</XDBValue><BetaValue>99.75</BetaValue>",
+          "<ModulationSettings Prefix=\"Peak\"><ModulationMethod>AM Neg</ModulationMethod>"
+          "<ModulationValue>1030.50</ModulationValue></ModulationSettings>",
+          "<DVTime>2026-11-24T06:30:15.250Z</DVTime>", "<GainControlValue>42</GainControlValue>",
+          "<SignalPath>VUHF 1</SignalPath><SignalPath>VUHF 2</SignalPath><SignalPath>HF 1</SignalPath>"
+          "<SignalPath>SHF</SignalPath><CurrentSignalPath>",
+          "<OscFrequency>8000000000.50</OscFrequency>"}) {
+        EXPECT_TRUE(text.contains(QLatin1String(part))) << part;
+    }
+    EXPECT_EQ(text.count(QLatin1String("<ModulationSettings ")), 4);
+    EXPECT_TRUE(text.endsWith(QLatin1String("<GPSSource>SCPI</GPSSource></GPSCSettings></ReceiverSettings>")))
+        << text.toStdString();
+
+    // Tagged: a string list item is its length, then the text with its own
+    // length; a modulation entry starts with its prefix record.
+    const QByteArray tagged = test::tagged(library);
+    const int paths = tagged.indexOf(QByteArray::fromHex("6B1E5AB2"));
+    ASSERT_GE(paths, 0);
+    EXPECT_EQ(test::hex(tagged.mid(paths, 26)),
+              test::hex(QByteArray::fromHex("6B1E5AB2 00000037 00000004 0000000A 00000006") + "VUHF 1"));
+    const int list = tagged.indexOf(QByteArray::fromHex("40D37788"));
+    ASSERT_GE(list, 0);
+    EXPECT_EQ(test::hex(tagged.mid(list + 8, 4)), "00 00 00 04");
+    EXPECT_EQ(tagged.mid(list + 16, 18), QByteArray::fromHex("6274A6BA 0000000A 00000006") + "Sensor");
+
+    // The baseline reads each of the library's forms to the values it was built from.
+    baseline::ReceiverSettings fromXml, fromTagged, fromRaw;
+    QXmlStreamReader reader(text);
+    reader.readNextStartElement();
+    baseline::readXml(reader, fromXml);
+    EXPECT_TRUE(fromXml == plain);
+    QDataStream in(tagged);
+    qint32 length;
+    in >> length;
+    EXPECT_EQ(length, tagged.size() - 4);
+    baseline::readTagged(in, length, fromTagged);
+    EXPECT_TRUE(fromTagged == plain);
+    EXPECT_TRUE(in.atEnd());
+    QDataStream rawIn(raw);
+    baseline::readRaw(rawIn, fromRaw);
+    EXPECT_TRUE(fromRaw == plain);
+    EXPECT_TRUE(rawIn.atEnd());
+
+    // And the library reads the baseline's forms to the document it was built as.
+    HALVANE::ReceiverSettings libraryFromXml, libraryFromTagged, libraryFromRaw;
+    libraryFromXml.SetValidate(true);
+    libraryFromTagged.SetValidate(true);
+    QString baselineText;
+    {
+        QXmlStreamWriter w(&baselineText);
+        baseline::writeXml(w, plain);
+    }
+    test::readXml(libraryFromXml, baselineText);
+    EXPECT_TRUE(libraryFromXml == library);
+    test::readTagged(libraryFromTagged, test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }));
+    EXPECT_TRUE(libraryFromTagged == library);
+    test::readRaw(libraryFromRaw, test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }));
+    EXPECT_TRUE(libraryFromRaw == library);
+
+    // The baseline reads a prefix given as an element, an empty one as "Sensor".
+    baseline::ReceiverSettings prefixes;
+    QXmlStreamReader elements(QStringLiteral(
+        "<ReceiverSettings><SensorSettings><ModulationSettings><Prefix>Max</Prefix></ModulationSettings>"
+        "<ModulationSettings><Prefix/></ModulationSettings></SensorSettings></ReceiverSettings>"));
+    elements.readNextStartElement();
+    baseline::readXml(elements, prefixes);
+    ASSERT_EQ(prefixes.sensorSettings.modulationSettings.size(), 2);
+    EXPECT_EQ(prefixes.sensorSettings.modulationSettings[0].prefix, QStringLiteral("Max"));
+    EXPECT_EQ(prefixes.sensorSettings.modulationSettings[1].prefix, QStringLiteral("Sensor"));
+
+    // The comparison the bench times looks into nested structs and list items.
+    baseline::ReceiverSettings changed = plain;
+    changed.sensorSettings.modulationSettings[3].prefix = QStringLiteral("Max");
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.gpscSettings.compass.offset = 2.25;
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.dfSettings.signalPath.removeLast();
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.sensorSettings.bandwidthSettings.betaValue = 99.5f;
     EXPECT_FALSE(changed == plain);
 }
