@@ -11,13 +11,17 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSysInfo>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
 
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
+#include <sys/resource.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -381,7 +385,57 @@ double heapInUse()
     return double(info.uordblks + info.hblkhd);
 }
 
-void printMemory()
+long peakResidentKb()
+{
+    struct rusage usage;
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+// Run in a process of its own (--load-peak FILE), so that nothing the
+// benchmark held before counts: reads the document with LoadXml and prints
+// the peak resident memory it added and the heap its objects hold, in bytes.
+int loadPeak(const char *file)
+{
+    const long start = peakResidentKb();
+    const double heapBefore = heapInUse();
+    HALVANE::MeasurementResultList list;
+    list.LoadXml(QString::fromLocal8Bit(file));
+    std::printf("%.0f %.0f %d\n", double(peakResidentKb() - start) * 1024, heapInUse() - heapBefore,
+                int(list.GetMeasurementData().size()));
+    return 0;
+}
+
+// Writes the list as an XML file, streamed, and has a fresh process of this
+// program read it.
+void printLoadPeak(const HALVANE::MeasurementResultList &list, const char *self)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("results.xml"));
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        QXmlStreamWriter writer(&file);
+        writer.setAutoFormatting(true);
+        writer.writeStartDocument();
+        list.GetXml(writer);
+        writer.writeEndDocument();
+    }
+    const std::string command = std::string(self) + " --load-peak '" + path.toStdString() + "'";
+    FILE *child = popen(command.c_str(), "r");
+    double peak = 0, objects = 0;
+    int items = 0;
+    const bool ok = child && std::fscanf(child, "%lf %lf %d", &peak, &objects, &items) == 3;
+    if (child)
+        pclose(child);
+    if (!ok || items != list.GetMeasurementData().size())
+        return;
+    std::printf("| peak memory of LoadXml on that list as XML (%.0f MB of text) | %.0f MB, %.2f × the %.0f MB its objects hold |\n",
+                double(QFileInfo(path).size()) / 1e6, peak / 1e6, peak / objects, objects / 1e6);
+}
+
+void printMemory(const char *self)
 {
     // Heap per filled MeasurementData: growth while building a million items.
     const int n = 1000000;
@@ -394,6 +448,7 @@ void printMemory()
         const long long copies = g_allocations;
         HALVANE::MeasurementResultList copy(list);
         std::printf("| allocations per item when copying that list | %.2f |\n", double(g_allocations - copies) / n);
+        printLoadPeak(list, self);
     }
     const long long untouched = g_allocations;
     {
@@ -443,6 +498,8 @@ int main(int argc, char **argv)
     std::vector<char *> args;
     for (int i = 0; i < argc; ++i) {
         const std::string arg = argv[i];
+        if (arg == "--load-peak" && i + 1 < argc)
+            return loadPeak(argv[i + 1]);
         if (arg == "--report")
             report = true;
         else if (arg == "--quick")
@@ -474,7 +531,7 @@ int main(int argc, char **argv)
     if (report) {
         printReport(collector, docs);
         if (!quick)
-            printMemory();
+            printMemory(argv[0]);
     }
     benchmark::Shutdown();
     return 0;
