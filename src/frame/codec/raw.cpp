@@ -321,6 +321,8 @@ class StreamIn
 {
 public:
     explicit StreamIn(QDataStream &stream) : m_stream(stream) {}
+    // What a device may still hold is not known: lists grow as items come.
+    qint64 left() const { return 0; }
     bool ok() const { return m_stream.status() == QDataStream::Ok; }
     void corrupt() { m_stream.setStatus(QDataStream::ReadCorruptData); }
     void value(QDateTime &t)
@@ -541,6 +543,12 @@ void readList(const Obj &o, int index, In &in)
     const Field &f = o.desc->fields[index];
     qint32 count = 0;
     in.value(count);
+    // Room for the items that the bytes in memory can hold, at four bytes
+    // an item at the least; the count itself is not trusted.
+    if (f.kind == Kind::ObjectList && count > 0 && in.left() > 0) {
+        void *list = initData(o)->at(f);
+        f.itemOps->listReserve(list, f.itemOps->listSize(list) + int(qMin<qint64>(count, in.left() / 4)));
+    }
     // Each item takes at least one byte: stop as soon as the input runs dry
     // instead of trusting the count.
     for (qint32 i = 0; i < count && in.ok(); ++i) {
