@@ -427,8 +427,11 @@ private:
 
 } // namespace
 
-QStringList strictProblems(const QString &file, const QByteArray &bytes, const QString &format)
+QStringList strictProblems(const Input &in)
 {
+    const QString &file = in.file;
+    const QString &format = in.format;
+    const QByteArray bytes = in.xml ? in.xml->rewound().readAll() : in.bytes;
     if (format == QLatin1String("xml"))
         return XmlCheck(file, bytes).run();
     if (format == QLatin1String("json")) {
