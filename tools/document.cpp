@@ -262,7 +262,7 @@ std::unique_ptr<XmlFile> XmlFile::open(const QString &name)
     if (head.size() < 4 || head.startsWith("\xEF\xBB\xBF") || head.indexOf("<?xml", 1) >= 0)
         return nullptr;
     if (head.startsWith("<?xml")) {
-        const int close = head.indexOf("?>");
+        const int close = int(head.indexOf("?>"));
         if (close < 0)
             return nullptr;
         QXmlStreamReader declaration(head.left(close + 2));
