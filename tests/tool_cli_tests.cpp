@@ -178,6 +178,34 @@ TEST_F(ToolCli, DocumentTypeDeclarationsAreRefusedBeforeReading)
     EXPECT_FALSE(QFile::exists(out));
 }
 
+// A plain UTF-8 file is read from the disk in pieces, a file with a byte
+// order mark and standard input whole: the places are the same, also of
+// text whose first characters are written out only far behind it, and of an
+// element after more text than the strict check holds.
+TEST_F(ToolCli, FilesReadInPiecesAndWholeGiveTheSamePlaces)
+{
+    QByteArray doc = "<?xml version=\"1.0\"?>\n<ModeManager>\n    <RunningState>Maybe</RunningState>\n<!-- ";
+    for (int i = 0; i < 20000; ++i)
+        doc += "filler\n";
+    doc += "-->\n    a&#38;b &amp; c d e f g h\n<!-- ";
+    for (int i = 0; i < 200000; ++i)
+        doc += "filler\n";
+    doc += "-->\n    <Nope>x</Nope>\n    <DualState>Off</DualState>\n    <SearchScanMode>IdleScanMode</SearchScanMode>\n"
+           "</ModeManager>\n<!-- a&b & c d e f g h -->\n";
+    const QString faults = QStringLiteral(":3:19: ModeManager.RunningState: 'Maybe' is not one of Off, On\n"
+                                          "%1:220011:6: ModeManager: text outside of any field is not read\n"
+                                          "%1:220007:5: ModeManager: 'Nope' is not an element of ModeManager; reading skips it\n");
+    const QString plain = write(QStringLiteral("plain.xml"), doc);
+    const QString marked = write(QStringLiteral("marked.xml"), "\xEF\xBB\xBF" + doc);
+    for (const QString &file : {plain, marked}) {
+        const Result r = run({QStringLiteral("validate"), file});
+        EXPECT_EQ(r.code, 1);
+        EXPECT_EQ(r.err, file + faults.arg(file)) << file.toStdString();
+    }
+    const Result piped = run({QStringLiteral("validate"), QStringLiteral("-")}, doc);
+    EXPECT_EQ(piped.err, QStringLiteral("-") + faults.arg(QStringLiteral("-")));
+}
+
 TEST_F(ToolCli, WritesAreCheckedAndErrorsGoToStandardError)
 {
     const QString xml = example(QStringLiteral("ModeManager.xml"));

@@ -135,6 +135,193 @@ void writeOutput(const QString &file, const QByteArray &bytes)
 
 namespace {
 
+// Whether bytes, fed piece by piece, are UTF-8 that Qt's decoders all take
+// alike: no NUL, no overlong form, surrogate or noncharacter, nothing cut.
+class PlainUtf8
+{
+public:
+    bool feed(const char *piece, qsizetype size)
+    {
+        const uchar *bytes = reinterpret_cast<const uchar *>(piece);
+        for (qsizetype i = 0; i < size; ++i) {
+            const uchar b = bytes[i];
+            if (m_need == 0) {
+                if (b >= 0x01 && b < 0x80)
+                    continue;
+                if (b >= 0xC2 && b <= 0xDF)
+                    start(1, b & 0x1F, 0x80);
+                else if (b >= 0xE0 && b <= 0xEF)
+                    start(2, b & 0x0F, 0x800);
+                else if (b >= 0xF0 && b <= 0xF4)
+                    start(3, b & 0x07, 0x10000);
+                else
+                    return false;
+                continue;
+            }
+            if ((b & 0xC0) != 0x80)
+                return false;
+            m_code = (m_code << 6) | (b & 0x3F);
+            if (--m_need == 0
+                && (m_code < m_least || m_code > 0x10FFFF || (m_code >= 0xD800 && m_code <= 0xDFFF)
+                    || (m_code >= 0xFDD0 && m_code <= 0xFDEF) || (m_code & 0xFFFE) == 0xFFFE))
+                return false;
+        }
+        return true;
+    }
+    bool complete() const { return m_need == 0; }
+
+private:
+    void start(int need, uint code, uint least)
+    {
+        m_need = need;
+        m_code = code;
+        m_least = least;
+    }
+    int m_need = 0;
+    uint m_code = 0;
+    uint m_least = 0;
+};
+
+bool startsAt(const QByteArray &bytes, qsizetype at, const char *text)
+{
+    const qsizetype length = qsizetype(std::strlen(text));
+    return at + length <= bytes.size() && std::memcmp(bytes.constData() + at, text, size_t(length)) == 0;
+}
+
+// Finds "<!DOCTYPE" in bytes fed piece by piece, where it begins markup: not
+// in a comment, processing instruction or CDATA section. A construct that is
+// never closed ends the search, as it ends the reader. What a piece leaves
+// open (the inside of a construct, a '<' whose markup is not yet whole) is
+// kept for the next one.
+class DoctypeSearch
+{
+public:
+    // The offset of "<!DOCTYPE" from the first byte, or -1; \a last says
+    // that no piece follows.
+    qint64 feed(const char *piece, qsizetype size, bool last)
+    {
+        static const struct {
+            const char *open;
+            const char *close;
+        } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
+        m_rest.append(piece, int(size));
+        const qsizetype end = m_rest.size();
+        qsizetype i = 0, keep = end;
+        for (;;) {
+            if (m_close) {
+                const qsizetype close = m_rest.indexOf(m_close, int(i));
+                if (close < 0) {
+                    keep = qMax(i, end - qsizetype(std::strlen(m_close)) + 1);
+                    break;
+                }
+                i = close + qsizetype(std::strlen(m_close));
+                m_close = nullptr;
+            }
+            const qsizetype at = m_rest.indexOf('<', int(i));
+            if (at < 0)
+                break;
+            if (!last && end - at < qsizetype(sizeof "<![CDATA[" - 1)) {
+                keep = at;
+                break;
+            }
+            if (startsAt(m_rest, at, "<!DOCTYPE"))
+                return m_base + at;
+            i = at + 1;
+            for (const auto &skipped : kSkipped) {
+                if (startsAt(m_rest, at, skipped.open)) {
+                    i = at + qsizetype(std::strlen(skipped.open));
+                    m_close = skipped.close;
+                    break;
+                }
+            }
+        }
+        m_rest.remove(0, int(keep));
+        m_base += keep;
+        return -1;
+    }
+
+private:
+    QByteArray m_rest;
+    qint64 m_base = 0;
+    const char *m_close = nullptr;
+};
+
+} // namespace
+
+std::unique_ptr<XmlFile> XmlFile::open(const QString &name)
+{
+    std::unique_ptr<XmlFile> xml(new XmlFile(name));
+    QFile &f = xml->m_file;
+    if (!f.open(QIODevice::ReadOnly))
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(name, f.errorString()));
+    if (f.isSequential())
+        return nullptr;
+    // Qt's reader takes the encoding from a byte order mark or a declaration
+    // where it reads a file, not where it reads text: only UTF-8 reads alike.
+    const QByteArray head = f.peek(256);
+    if (head.size() < 4 || head.startsWith("\xEF\xBB\xBF") || head.indexOf("<?xml", 1) >= 0)
+        return nullptr;
+    if (head.startsWith("<?xml")) {
+        const int close = int(head.indexOf("?>"));
+        if (close < 0)
+            return nullptr;
+        QXmlStreamReader declaration(head.left(close + 2));
+        declaration.readNext();
+        const QString encoding = declaration.documentEncoding().toString();
+        if (declaration.hasError()
+            || (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0))
+            return nullptr;
+    }
+    PlainUtf8 utf8;
+    DoctypeSearch search;
+    QByteArray piece(1 << 16, Qt::Uninitialized);
+    for (;;) {
+        const qint64 n = f.read(piece.data(), piece.size());
+        if (n < 0)
+            throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(name, f.errorString()));
+        if (!utf8.feed(piece.constData(), qsizetype(n)) || (n == 0 && !utf8.complete()))
+            return nullptr;
+        xml->m_doctype = search.feed(piece.constData(), qsizetype(n), n == 0);
+        if (xml->m_doctype >= 0 || n == 0)
+            return xml;
+    }
+}
+
+QString XmlFile::head(qint64 size)
+{
+    return QString::fromUtf8(rewound().read(size));
+}
+
+QFile &XmlFile::rewound()
+{
+    if (!m_file.seek(0))
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(m_name, m_file.errorString()));
+    return m_file;
+}
+
+Input openInput(const QString &file, const QString &given)
+{
+    Input in;
+    in.file = file;
+    if (file != QLatin1String("-")) {
+        // A form that cannot be told is told after the file has been read.
+        QString format;
+        try {
+            format = formatOf(file, given);
+        } catch (const UsageError &) {
+        }
+        if (format == QLatin1String("xml") && (in.xml = XmlFile::open(file))) {
+            in.format = format;
+            return in;
+        }
+    }
+    in.bytes = readInput(file);
+    in.format = formatOf(file, given, &in.bytes);
+    return in;
+}
+
+namespace {
+
 const schema::Class *classOfId(const QString &file, quint32 id)
 {
     const schema::Class *c = schema::findClassById(id);
@@ -143,23 +330,24 @@ const schema::Class *classOfId(const QString &file, quint32 id)
     return c;
 }
 
-void loadXml(Document &doc, const QString &file, const QString &text, bool validate)
+// A document that holds a document type declaration, refused at the place
+// where Qt's reader gives the text before it.
+[[noreturn]] void refuseDoctype(const QString &file, const QString &before)
 {
-    // The class is found with a reader of our own, which would expand the
-    // entities of a declaration before it reports one: such documents are
-    // refused first, at the place Qt's reader gives the text before it.
-    const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(text);
-    if (dtd >= 0) {
-        QXmlStreamReader before(text.left(int(dtd)));
-        while (!before.atEnd())
-            before.readNext();
-        throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")
-                                .arg(file)
-                                .arg(before.lineNumber())
-                                .arg(before.columnNumber())
-                                .arg(kNoDocumentTypeDeclarations));
-    }
-    QXmlStreamReader reader(text);
+    QXmlStreamReader reader(before);
+    while (!reader.atEnd())
+        reader.readNext();
+    throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")
+                            .arg(file)
+                            .arg(reader.lineNumber())
+                            .arg(reader.columnNumber())
+                            .arg(kNoDocumentTypeDeclarations));
+}
+
+// The class of the document's root element, the first element the reader
+// comes to.
+const schema::Class *classOfRoot(const QString &file, QXmlStreamReader &reader)
+{
     if (!reader.readNextStartElement())
         throw DocumentError(QStringLiteral("%1: line %2, column %3: %4")
                                 .arg(file)
@@ -167,19 +355,59 @@ void loadXml(Document &doc, const QString &file, const QString &text, bool valid
                                 .arg(reader.columnNumber())
                                 .arg(reader.hasError() ? reader.errorString() : QStringLiteral("no root element")));
     const QString root = reader.name().toString();
-    doc.cls = schema::findClass(root);
-    if (!doc.cls)
+    const schema::Class *c = schema::findClass(root);
+    if (!c)
         throw DocumentError(QStringLiteral("%1: line %2, column %3: '%4' is not a class of this library")
                                 .arg(file)
                                 .arg(reader.lineNumber())
                                 .arg(reader.columnNumber())
                                 .arg(root));
+    return c;
+}
+
+void loadXml(Document &doc, const QString &file, const QString &text, bool validate)
+{
+    // The class is found with a reader of our own, which would expand the
+    // entities of a declaration before it reports one: such documents are
+    // refused first.
+    const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(text);
+    if (dtd >= 0)
+        refuseDoctype(file, text.left(int(dtd)));
+    QXmlStreamReader reader(text);
+    doc.cls = classOfRoot(file, reader);
     doc.object = doc.cls->create();
     doc.object->SetValidate(validate);
     doc.object->SetXmlString(text);
 }
 
+// The same from a plain file, which the library reads from the disk.
+void loadXml(Document &doc, XmlFile &xml, bool validate)
+{
+    if (xml.doctype() >= 0)
+        refuseDoctype(xml.name(), xml.head(xml.doctype()));
+    {
+        QXmlStreamReader reader(&xml.rewound());
+        doc.cls = classOfRoot(xml.name(), reader);
+    }
+    doc.object = doc.cls->create();
+    doc.object->SetValidate(validate);
+    doc.object->LoadXml(&xml.rewound());
+}
+
 } // namespace
+
+Document load(const Input &in, bool validate)
+{
+    if (!in.xml)
+        return load(in.file, in.bytes, in.format, validate);
+    Document doc;
+    try {
+        loadXml(doc, *in.xml, validate);
+    } catch (const QuilletRootException &e) {
+        throw DocumentError(QStringLiteral("%1: %2").arg(in.file, e.GetMessage()));
+    }
+    return doc;
+}
 
 Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate)
 {

@@ -8,6 +8,7 @@
 #include <halvane/frame/schema/schema.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFile>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -53,6 +54,48 @@ QByteArray readInput(const QString &file);
     other file that is not a regular one is written in place. */
 void writeOutput(const QString &file, const QByteArray &bytes);
 
+/*! An XML document file that is read from the disk in pieces, never whole.
+    Only a plain file is taken so: UTF-8 without a byte order mark, without a
+    declared encoding other than UTF-8, every sequence one that the decoders
+    keep and no NUL byte (which Qt's reader would take for UTF-16). Qt's
+    reader then reads the file exactly as it reads the file's text decoded
+    whole, which the tool reads any other file as. */
+class XmlFile
+{
+public:
+    /*! Opens \a name and looks through it once; null when it is not plain.
+        A file that cannot be read throws a DocumentError. */
+    static std::unique_ptr<XmlFile> open(const QString &name);
+
+    const QString &name() const { return m_name; }
+    /*! Where a document type declaration's "<!DOCTYPE" stands, as an
+        offset in bytes (outside comments, processing instructions and CDATA
+        sections), or -1. */
+    qint64 doctype() const { return m_doctype; }
+    /*! The text of the first \a size bytes. */
+    QString head(qint64 size);
+    /*! The file, standing at its start. */
+    QFile &rewound();
+
+private:
+    explicit XmlFile(const QString &name) : m_name(name), m_file(name) {}
+    QString m_name;
+    QFile m_file;
+    qint64 m_doctype = -1;
+};
+
+/*! The input of a command: a plain XML file stays on the disk (xml), any
+    other input is read whole (bytes). */
+struct Input {
+    QString file;
+    QString format;
+    QByteArray bytes;
+    std::unique_ptr<XmlFile> xml;
+};
+
+/*! Reads or opens \a file, in the form \a given or that formatOf tells. */
+Input openInput(const QString &file, const QString &given);
+
 struct Document {
     const HALVANE::schema::Class *cls = nullptr;
     std::unique_ptr<QUILLET::IQuilletObject> object;
@@ -61,6 +104,7 @@ struct Document {
 /*! Reads a document of any form with the library, validation on or off.
     Faults are one line each, starting with the file's name. */
 Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate);
+Document load(const Input &in, bool validate);
 /*! The document in a form, as the library writes it. */
 QByteArray save(const Document &doc, const QString &format);
 

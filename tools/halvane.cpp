@@ -171,24 +171,34 @@ const schema::Class *classNamed(const QString &name, const QString &command)
     return c;
 }
 
-// One document, checked as validate checks it; returns the faults.
-QStringList faultsOf(const QString &file, const QByteArray &bytes, const QString &format, bool strict)
+// One document, checked as validate checks it; returns the faults, and when
+// there are none the document as read with validation on.
+QStringList faultsOf(const Input &in, bool strict, Document *read = nullptr)
 {
     if (strict) {
-        const QStringList problems = strictProblems(file, bytes, format);
+        const QStringList problems = strictProblems(in);
         if (!problems.isEmpty())
             return problems;
     }
     try {
-        // Lengths and headers first, as plain reading finds them; then the
-        // setters' and Check's tests.
-        load(file, bytes, format, false);
-        const Document doc = load(file, bytes, format, true);
+        // The faults of lengths, headers and syntax come first, as plain
+        // reading finds them; then the setters' and Check's. A document that
+        // reads with validation on reads without, so plain reading is left
+        // to those that do not.
+        Document doc;
+        try {
+            doc = load(in, true);
+        } catch (const DocumentError &) {
+            load(in, false);
+            throw;
+        }
         doc.object->Check();
+        if (read)
+            *read = std::move(doc);
     } catch (const DocumentError &e) {
         return e.lines;
     } catch (const QuilletRootException &e) {
-        return QStringList{file + QStringLiteral(": ") + e.GetMessage()};
+        return QStringList{in.file + QStringLiteral(": ") + e.GetMessage()};
     }
     return QStringList();
 }
@@ -201,15 +211,19 @@ int run(const Command &command, const Options &o)
             throw UsageError{QStringLiteral("convert takes IN and OUT"), name};
         const QString in = o.args[0], out = o.args[1];
         const QString to = formatOf(out, o.to);
-        QString from = in == QLatin1String("-") ? QString() : formatOf(in, o.from);
-        const QByteArray bytes = readInput(in);
-        from = formatOf(in, o.from, &bytes);
-        if (!o.force) {
-            const QStringList faults = faultsOf(in, bytes, from, true);
+        if (in != QLatin1String("-"))
+            formatOf(in, o.from);
+        const Input input = openInput(in, o.from);
+        Document doc;
+        if (o.force) {
+            doc = load(input, false);
+        } else {
+            // What validate accepts is written as plain reading reads it.
+            const QStringList faults = faultsOf(input, true, &doc);
             if (!faults.isEmpty())
                 throw DocumentError(faults);
+            doc.object->SetValidate(false);
         }
-        const Document doc = load(in, bytes, from, false);
         writeOutput(out, save(doc, to));
         return 0;
     }
@@ -224,8 +238,7 @@ int run(const Command &command, const Options &o)
         for (const QString &file : o.args) {
             QStringList faults;
             try {
-                const QByteArray bytes = readInput(file);
-                faults = faultsOf(file, bytes, formatOf(file, o.from, &bytes), !o.lenient);
+                faults = faultsOf(openInput(file, o.from), !o.lenient);
             } catch (const DocumentError &e) {
                 faults = e.lines;
             }
@@ -252,8 +265,7 @@ int run(const Command &command, const Options &o)
         Document docs[2];
         try {
             for (int i = 0; i < 2; ++i) {
-                const QByteArray bytes = readInput(o.args[i]);
-                docs[i] = load(o.args[i], bytes, formatOf(o.args[i], QString(), &bytes), false);
+                docs[i] = load(openInput(o.args[i], QString()), false);
             }
         } catch (const DocumentError &e) {
             for (const QString &line : e.lines)
@@ -346,8 +358,7 @@ int runPlot(int argc, char **argv)
     plot::ToolIo io;
     io.load = [](const QString &file, const QString &from) {
         try {
-            const QByteArray bytes = readInput(file);
-            return load(file, bytes, formatOf(file, from, &bytes), false).object;
+            return load(openInput(file, from), false).object;
         } catch (const UsageError &e) {
             throw plot::Failure{e.message, 2};
         } catch (const DocumentError &e) {

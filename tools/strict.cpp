@@ -7,6 +7,7 @@
 #include <halvane/base/binaryheader.h>
 #include <halvane/frame/schema/visit.h>
 
+#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QtEndian>
@@ -140,26 +141,201 @@ QString fieldName(const schema::Class &c, const schema::Field &f)
 
 // ---- XML
 
+struct Place {
+    qint64 line, column;
+};
+
+// The text of a document about where a reader stands in it, to tell where
+// its tokens begin: the whole text of a document held whole; of a plain
+// file (XmlFile), a window decoded from a handle of its own as the reader
+// comes to it and dropped behind the reader, so that it holds the text of
+// the longest token, not of the file. Lines are counted by LF alone.
+class TextWindow
+{
+public:
+    explicit TextWindow(const QString &text) : m_text(text)
+    {
+        m_lines.append(0);
+        addLines(0);
+    }
+    explicit TextWindow(const XmlFile &xml) : m_file(xml.name()), m_streamed(true)
+    {
+        m_lines.append(0);
+        m_file.open(QIODevice::ReadOnly);
+    }
+
+    const QString &text() const { return m_text; }
+
+    // Decodes the text up to \a end, unless the file ends before.
+    void reach(qint64 end)
+    {
+        while (m_base + m_text.size() < end && more()) {
+        }
+    }
+
+    // The text before \a offset is not looked at again.
+    void keepFrom(qint64 offset)
+    {
+        m_keep = qMax(m_keep, offset);
+        trim();
+    }
+
+    // The line and column (from 1) of a character of the text held.
+    Place placeOf(qint64 offset) const
+    {
+        const auto after = std::upper_bound(m_lines.begin(), m_lines.end(), offset);
+        const qsizetype index = after - m_lines.begin();
+        return Place{m_firstLine + index - 1, offset - m_lines[int(index - 1)] + 1};
+    }
+
+    // The last '<' before \a end, or 0.
+    qint64 lastOpening(qint64 end)
+    {
+        reach(end);
+        const qsizetype at = m_text.lastIndexOf(QLatin1Char('<'), int(end - 1 - m_base));
+        return at < 0 ? 0 : m_base + at;
+    }
+
+    // Where \a head first stands from \a from on, to the end of the
+    // document; where it does not, \a otherwise.
+    Place find(const QString &head, qint64 from, qint64 otherwise)
+    {
+        reach(otherwise);
+        const qsizetype at = m_text.indexOf(head, int(qMax<qint64>(0, from - m_base)));
+        if (at >= 0)
+            return placeOf(m_base + at);
+        if (!m_streamed || from > m_base + m_text.size())
+            return placeOf(otherwise);
+        // On through the rest of the file, read once more, not held: the
+        // text decoded so far of the window joins the first piece.
+        QFile ahead(m_file.fileName());
+        if (!ahead.open(QIODevice::ReadOnly) || !ahead.seek(m_file.pos() - m_undecoded.size()))
+            return placeOf(otherwise);
+        qint64 start = qMax(from, m_base + m_text.size() - head.size() + 1);
+        QString window = m_text.mid(int(start - m_base));
+        qint64 line = m_firstLine + m_lines.size() - 1, lineStart = m_lines.last();
+        qint64 counted = m_base + m_text.size(); // lines are counted up to here
+        QByteArray undecoded;
+        for (;;) {
+            const QByteArray piece = ahead.read(kPiece);
+            if (piece.isEmpty())
+                return placeOf(otherwise);
+            const QByteArray bytes = undecoded + piece;
+            const qsizetype whole = wholeSequences(bytes);
+            undecoded = bytes.mid(int(whole));
+            window += QString::fromUtf8(bytes.constData(), int(whole));
+            const qsizetype found = window.indexOf(head);
+            const qsizetype upTo = found >= 0 ? found : window.size();
+            for (qsizetype i = qMax<qint64>(0, counted - start); i < upTo; ++i) {
+                if (window.at(int(i)) == QLatin1Char('\n')) {
+                    ++line;
+                    lineStart = start + i + 1;
+                }
+            }
+            if (found >= 0)
+                return found + start < m_base + m_text.size() ? placeOf(start + found)
+                                                                : Place{line, start + found - lineStart + 1};
+            counted = start + window.size();
+            const int keep = int(qMin<qsizetype>(window.size(), head.size() - 1));
+            start += window.size() - keep;
+            window = window.right(keep);
+        }
+    }
+
+private:
+    static constexpr qint64 kPiece = 1 << 16;
+
+    // The bytes of \a bytes up to the last whole sequence of UTF-8.
+    static qsizetype wholeSequences(const QByteArray &bytes)
+    {
+        qsizetype at = bytes.size();
+        for (qsizetype back = 1; back <= qMin<qsizetype>(4, bytes.size()); ++back) {
+            const uchar b = uchar(bytes.at(int(bytes.size() - back)));
+            if ((b & 0xC0) == 0x80)
+                continue;
+            const qsizetype length = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
+            at = length > back ? bytes.size() - back : bytes.size();
+            break;
+        }
+        return at;
+    }
+
+    // Decodes the next piece of the file; false at its end.
+    bool more()
+    {
+        if (!m_streamed)
+            return false;
+        const QByteArray bytes = m_undecoded + m_file.read(kPiece);
+        if (bytes.size() == m_undecoded.size())
+            return false;
+        const qsizetype whole = wholeSequences(bytes);
+        m_undecoded = bytes.mid(int(whole));
+        const qsizetype from = m_text.size();
+        m_text += QString::fromUtf8(bytes.constData(), int(whole));
+        addLines(from);
+        trim();
+        return true;
+    }
+
+    void addLines(qsizetype from)
+    {
+        for (qsizetype i = from; (i = m_text.indexOf(QLatin1Char('\n'), int(i))) >= 0; ++i)
+            m_lines.append(m_base + i + 1);
+    }
+
+    // Drops what is no longer looked at, in large steps.
+    void trim()
+    {
+        if (!m_streamed || m_keep - m_base < 16 * kPiece)
+            return;
+        const qsizetype drop = qsizetype(qMin<qint64>(m_keep - m_base, m_text.size()));
+        m_text.remove(0, int(drop));
+        m_base += drop;
+        const qsizetype line = qsizetype(std::upper_bound(m_lines.begin(), m_lines.end(), m_base) - m_lines.begin()) - 1;
+        m_lines.remove(0, int(line));
+        m_firstLine += line;
+    }
+
+    QString m_text;
+    QFile m_file;
+    bool m_streamed = false;
+    QByteArray m_undecoded; // the start of a sequence that the next piece ends
+    qint64 m_base = 0;      // the offset of m_text's first character
+    qint64 m_keep = 0;
+    QVector<qint64> m_lines; // the offsets of the lines' first characters, from the line m_base is in
+    qint64 m_firstLine = 1;
+};
+
 class XmlCheck
 {
 public:
-    XmlCheck(const QString &file, const QByteArray &bytes) : m_file(file), m_text(QString::fromUtf8(bytes)), m_r(m_text)
+    // A document held whole.
+    XmlCheck(const QString &file, const QByteArray &bytes)
+        : m_file(file), m_window(QString::fromUtf8(bytes)), m_r(m_window.text())
     {
-        m_lines.append(0);
-        for (int i = 0; i < m_text.size(); ++i) {
-            if (m_text[i] == QLatin1Char('\n'))
-                m_lines.append(i + 1);
+        const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(m_window.text());
+        if (dtd >= 0)
+            m_doctype = m_window.placeOf(dtd);
+    }
+
+    // A plain file, read from the disk.
+    explicit XmlCheck(XmlFile &xml) : m_file(xml.name()), m_window(xml), m_r(&xml.rewound())
+    {
+        if (xml.doctype() >= 0) {
+            const QString before = xml.head(xml.doctype());
+            m_doctype = Place{before.count(QLatin1Char('\n')) + 1, before.size() - before.lastIndexOf(QLatin1Char('\n'))};
+            xml.rewound();
         }
     }
 
     QStringList run()
     {
-        const qsizetype dtd = QUILLET::FindDocumentTypeDeclaration(m_text);
-        if (dtd >= 0) {
-            const Place at = placeOf(dtd);
-            return QStringList{
-                QStringLiteral("%1:%2:%3: %4").arg(m_file).arg(at.line).arg(at.column).arg(kNoDocumentTypeDeclarations)};
-        }
+        if (m_doctype.line > 0)
+            return QStringList{QStringLiteral("%1:%2:%3: %4")
+                                   .arg(m_file)
+                                   .arg(m_doctype.line)
+                                   .arg(m_doctype.column)
+                                   .arg(kNoDocumentTypeDeclarations)};
         while (!m_r.atEnd()) {
             next();
             if (m_r.isStartElement()) {
@@ -180,38 +356,32 @@ public:
     }
 
 private:
-    struct Place {
-        qint64 line, column;
-    };
-
-    // The line and column (from 1) of a character of the text.
-    Place placeOf(qint64 offset) const
-    {
-        const auto after = std::upper_bound(m_lines.begin(), m_lines.end(), int(offset));
-        const int line = int(after - m_lines.begin());
-        return Place{line, offset - m_lines[line - 1] + 1};
-    }
-
     // The next token; m_start is where it begins: the '<' of an element,
-    // the first character of text that is not white space.
+    // else where the reader stands after it (see textStart for text).
     void next()
     {
+        // A token begins where the one before ended, or a character before,
+        // where the reader looked ahead; the window keeps a margin.
+        m_window.keepFrom(m_r.characterOffset() - 4096);
         m_r.readNext();
-        const qint64 end = m_r.characterOffset();
-        if (m_r.isStartElement()) {
-            m_start = placeOf(qMax(0, m_text.lastIndexOf(QLatin1Char('<'), int(end) - 1)));
-        } else if (m_r.isCharacters()) {
-            const auto text = m_r.text();
-            int lead = 0;
-            while (lead < text.size() && text.at(lead).isSpace())
-                ++lead;
-            // The reader may have looked one character ahead.
-            const QString head = text.mid(lead, 16).toString();
-            const int at = int(m_text.indexOf(head, int(qMax<qint64>(0, end - text.size() + lead - 2))));
-            m_start = placeOf(at < 0 ? end : at);
-        } else {
+        if (m_r.isStartElement())
+            m_start = m_window.placeOf(m_window.lastOpening(m_r.characterOffset()));
+        else
             m_start = Place{m_r.lineNumber(), m_r.columnNumber() + 1};
-        }
+    }
+
+    // Where the text that the reader stands on begins: its first character
+    // that is not white space.
+    Place textStart()
+    {
+        const qint64 end = m_r.characterOffset();
+        const auto text = m_r.text();
+        int lead = 0;
+        while (lead < text.size() && text.at(lead).isSpace())
+            ++lead;
+        // The reader may have looked one character ahead.
+        const QString head = text.mid(lead, 16).toString();
+        return m_window.find(head, qMax<qint64>(0, end - text.size() + lead - 2), end);
     }
 
     void report(const Place &at, const QString &what)
@@ -253,7 +423,7 @@ private:
             if (m_r.isEndElement())
                 break;
             if (m_r.isCharacters() && !m_r.isWhitespace()) {
-                report(m_start, QStringLiteral("%1: text outside of any field is not read").arg(c.name));
+                report(textStart(), QStringLiteral("%1: text outside of any field is not read").arg(c.name));
             } else if (m_r.isStartElement()) {
                 const Place at = m_start;
                 const QString name = m_r.name().toString();
@@ -316,9 +486,9 @@ private:
     }
 
     QString m_file;
-    QString m_text;
+    TextWindow m_window;
     QXmlStreamReader m_r;
-    QVector<int> m_lines; // offsets of the lines' first characters
+    Place m_doctype{0, 0}; // of a document type declaration; line 0 without one
     Place m_start{1, 1};
     QStringList m_problems;
 };
@@ -427,8 +597,13 @@ private:
 
 } // namespace
 
-QStringList strictProblems(const QString &file, const QByteArray &bytes, const QString &format)
+QStringList strictProblems(const Input &in)
 {
+    const QString &file = in.file;
+    const QString &format = in.format;
+    const QByteArray &bytes = in.bytes;
+    if (in.xml)
+        return XmlCheck(*in.xml).run();
     if (format == QLatin1String("xml"))
         return XmlCheck(file, bytes).run();
     if (format == QLatin1String("json")) {

@@ -4,6 +4,8 @@
 #ifndef HALVANE_TOOLS_STRICT_H
 #define HALVANE_TOOLS_STRICT_H
 
+#include "document.h"
+
 #include <halvane/frame/schema/schema.h>
 
 #include <QtCore/QByteArray>
@@ -21,7 +23,7 @@ QString valueProblem(const HALVANE::schema::Class &c, const HALVANE::schema::Fie
     ..." in XML, "FILE: at byte N: ..." in the binary forms (offsets from the
     start of the file), "FILE: PATH: ..." in JSON. An XML syntax error comes
     first. Faults of the header and of lengths are left to the reader. */
-QStringList strictProblems(const QString &file, const QByteArray &bytes, const QString &format);
+QStringList strictProblems(const Input &in);
 
 } // namespace tool
 
