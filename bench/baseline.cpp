@@ -2,6 +2,7 @@
 // stream operator per value, writeTextElement per field, lengths patched by
 // seeking back, names looked up in hashes.
 #include "baseline.h"
+#include "baseline_io.h"
 
 #include <halvane/halvane.h>
 
@@ -58,21 +59,6 @@ const Names &speeds() { static const Names n(A::GetSpeeds()); return n; }
 const Names &items() { static const Names n(Names::of(D::GetMeasurementItems())); return n; }
 const Names &modes() { static const Names n(D::GetMeasurementModes()); return n; }
 const Names &states() { static const Names n(D::GetMeasurementStates()); return n; }
-
-QString number(double v)
-{
-    return QString::number(v, 'f', 2);
-}
-
-QString dateText(const QDateTime &t)
-{
-    return t.toString(Qt::ISODateWithMs);
-}
-
-QDateTime dateFromText(const QString &text)
-{
-    return QDateTime::fromString(text, Qt::ISODateWithMs);
-}
 
 // ---- XML
 
@@ -201,54 +187,9 @@ void readMeasurementData(QXmlStreamReader &r, MeasurementData &d)
 
 // ---- QDataStream helpers
 
-// Opens a length word to be patched when the counted part is done.
-qint64 openLength(QDataStream &s)
-{
-    s << qint32(0);
-    return s.device()->pos();
-}
-
-void closeLength(QDataStream &s, qint64 start)
-{
-    const qint64 end = s.device()->pos();
-    s.device()->seek(start - 4);
-    s << qint32(end - start);
-    s.device()->seek(end);
-}
-
-void textRecord(QDataStream &s, quint32 tag, const QString &text)
-{
-    s << qint32(tag);
-    const qint64 length = openLength(s);
-    s << text.toUtf8();
-    closeLength(s, length);
-}
-
-void numberRecord(QDataStream &s, quint32 tag, double value)
-{
-    s << qint32(tag);
-    const qint64 length = openLength(s);
-    s << QByteArray::number(value, 'f', 2);
-    closeLength(s, length);
-}
-
 void intRecord(QDataStream &s, quint32 tag, qint64 value)
 {
     s << qint32(tag) << qint32(8) << value;
-}
-
-QString readText(QDataStream &s)
-{
-    QByteArray bytes;
-    s >> bytes;
-    return QString::fromUtf8(bytes);
-}
-
-double readNumber(QDataStream &s)
-{
-    QByteArray bytes;
-    s >> bytes;
-    return bytes.toDouble();
 }
 
 qint64 readInt(QDataStream &s)
@@ -281,20 +222,6 @@ void writeSensorMetaDataTagged(QDataStream &s, const SensorMetaData &m)
     s << qint32(0x8CC0EF8B) << qint32(1) << m.measurementInvalid;
     intRecord(s, 0x0552B24C, m.overload);
     closeLength(s, length);
-}
-
-// Reads the records of an object of \a length bytes, handing each to \a field.
-template <class Field>
-void readRecords(QDataStream &s, qint32 length, Field field)
-{
-    qint64 remaining = length;
-    while (remaining > 0 && !s.atEnd()) {
-        qint32 tag, recordLength;
-        s >> tag >> recordLength;
-        remaining -= 8 + qint64(recordLength);
-        if (!field(quint32(tag), recordLength))
-            s.skipRawData(recordLength);
-    }
 }
 
 void readMinMaxStepTagged(QDataStream &s, qint32 length, MinMaxStep &m)

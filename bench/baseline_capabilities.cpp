@@ -2,6 +2,7 @@
 // writeTextElement and one stream operator per field, a chain of name tests
 // and a switch over tags for reading, lengths patched by seeking back.
 #include "baseline_capabilities.h"
+#include "baseline_io.h"
 
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
@@ -16,61 +17,6 @@ namespace {
 QString boolText(bool v)
 {
     return v ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-// "0" and "false" in any case are false, any other text true.
-bool boolFromText(const QString &text)
-{
-    return text != QLatin1String("0") && text.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
-}
-
-QString number(double v)
-{
-    return QString::number(v, 'f', 2);
-}
-
-// Opens a length word to be patched when the counted part is done.
-qint64 openLength(QDataStream &s)
-{
-    s << qint32(0);
-    return s.device()->pos();
-}
-
-void closeLength(QDataStream &s, qint64 start)
-{
-    const qint64 end = s.device()->pos();
-    s.device()->seek(start - 4);
-    s << qint32(end - start);
-    s.device()->seek(end);
-}
-
-void numberRecord(QDataStream &s, quint32 tag, double value)
-{
-    s << qint32(tag);
-    const qint64 length = openLength(s);
-    s << QByteArray::number(value, 'f', 2);
-    closeLength(s, length);
-}
-
-double readNumber(QDataStream &s)
-{
-    QByteArray bytes;
-    s >> bytes;
-    return bytes.toDouble();
-}
-
-// Reads the records of an object of \a length bytes, handing each to \a field.
-template <class Field>
-void readRecords(QDataStream &s, qint32 length, Field field)
-{
-    qint64 remaining = length;
-    while (remaining > 0 && !s.atEnd()) {
-        qint32 tag, recordLength;
-        s >> tag >> recordLength;
-        remaining -= 8 + qint64(recordLength);
-        if (!field(quint32(tag), recordLength))
-            s.skipRawData(recordLength);
-    }
 }
 
 // ---- ISBBandwidthSettings: two numbers, as text in XML and tagged records

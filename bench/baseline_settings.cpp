@@ -4,6 +4,7 @@
 // up in hashes, lengths patched by seeking back. Overloads on the member's
 // type pick the conversion, so the field lists expand into plain calls.
 #include "baseline_settings.h"
+#include "baseline_io.h"
 
 #include <QtCore/QDataStream>
 #include <QtCore/QHash>
@@ -78,80 +79,7 @@ NAMES(sources, "NONE", "AUX1", "AUX2", "SCPI", "X1", "X2")
 
 // ---- Value texts
 
-QString number(double v)
-{
-    return QString::number(v, 'f', 2);
-}
-
-QString dateText(const QDateTime &t)
-{
-    return t.toString(Qt::ISODateWithMs);
-}
-
-QDateTime dateFromText(const QString &text)
-{
-    return QDateTime::fromString(text, Qt::ISODateWithMs);
-}
-
-// "0" and "false" in any case are false, any other text true.
-bool boolFromText(const QString &text)
-{
-    return text != QLatin1String("0") && text.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0;
-}
-
 // ---- QDataStream helpers
-
-// Opens a length word to be patched when the counted part is done.
-qint64 openLength(QDataStream &s)
-{
-    s << qint32(0);
-    return s.device()->pos();
-}
-
-void closeLength(QDataStream &s, qint64 start)
-{
-    const qint64 end = s.device()->pos();
-    s.device()->seek(start - 4);
-    s << qint32(end - start);
-    s.device()->seek(end);
-}
-
-void textRecord(QDataStream &s, quint32 tag, const QString &text)
-{
-    s << qint32(tag);
-    const qint64 length = openLength(s);
-    s << text.toUtf8();
-    closeLength(s, length);
-}
-
-void numberRecord(QDataStream &s, quint32 tag, double value)
-{
-    s << qint32(tag);
-    const qint64 length = openLength(s);
-    s << QByteArray::number(value, 'f', 2);
-    closeLength(s, length);
-}
-
-QString readText(QDataStream &s)
-{
-    QByteArray bytes;
-    s >> bytes;
-    return QString::fromUtf8(bytes);
-}
-
-// Reads the records of an object of \a length bytes, handing each to \a field.
-template <class Field>
-void readRecords(QDataStream &s, qint32 length, Field field)
-{
-    qint64 remaining = length;
-    while (remaining > 0 && !s.atEnd()) {
-        qint32 tag, recordLength;
-        s >> tag >> recordLength;
-        remaining -= 8 + qint64(recordLength);
-        if (!field(quint32(tag), recordLength))
-            s.skipRawData(recordLength);
-    }
-}
 
 // ---- Values by type. XML: put writes an element, take reads one. Tagged:
 // record writes a record, get reads its value. Raw: rawOut, rawIn.
