@@ -182,70 +182,6 @@ private:
     uint m_least = 0;
 };
 
-bool startsAt(const QByteArray &bytes, qsizetype at, const char *text)
-{
-    const qsizetype length = qsizetype(std::strlen(text));
-    return at + length <= bytes.size() && std::memcmp(bytes.constData() + at, text, size_t(length)) == 0;
-}
-
-// Finds "<!DOCTYPE" in bytes fed piece by piece, where it begins markup: not
-// in a comment, processing instruction or CDATA section. A construct that is
-// never closed ends the search, as it ends the reader. What a piece leaves
-// open (the inside of a construct, a '<' whose markup is not yet whole) is
-// kept for the next one.
-class DoctypeSearch
-{
-public:
-    // The offset of "<!DOCTYPE" from the first byte, or -1; \a last says
-    // that no piece follows.
-    qint64 feed(const char *piece, qsizetype size, bool last)
-    {
-        static const struct {
-            const char *open;
-            const char *close;
-        } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
-        m_rest.append(piece, int(size));
-        const qsizetype end = m_rest.size();
-        qsizetype i = 0, keep = end;
-        for (;;) {
-            if (m_close) {
-                const qsizetype close = m_rest.indexOf(m_close, int(i));
-                if (close < 0) {
-                    keep = qMax(i, end - qsizetype(std::strlen(m_close)) + 1);
-                    break;
-                }
-                i = close + qsizetype(std::strlen(m_close));
-                m_close = nullptr;
-            }
-            const qsizetype at = m_rest.indexOf('<', int(i));
-            if (at < 0)
-                break;
-            if (!last && end - at < qsizetype(sizeof "<![CDATA[" - 1)) {
-                keep = at;
-                break;
-            }
-            if (startsAt(m_rest, at, "<!DOCTYPE"))
-                return m_base + at;
-            i = at + 1;
-            for (const auto &skipped : kSkipped) {
-                if (startsAt(m_rest, at, skipped.open)) {
-                    i = at + qsizetype(std::strlen(skipped.open));
-                    m_close = skipped.close;
-                    break;
-                }
-            }
-        }
-        m_rest.remove(0, int(keep));
-        m_base += keep;
-        return -1;
-    }
-
-private:
-    QByteArray m_rest;
-    qint64 m_base = 0;
-    const char *m_close = nullptr;
-};
-
 } // namespace
 
 std::unique_ptr<XmlFile> XmlFile::open(const QString &name)
@@ -273,7 +209,7 @@ std::unique_ptr<XmlFile> XmlFile::open(const QString &name)
             return nullptr;
     }
     PlainUtf8 utf8;
-    DoctypeSearch search;
+    QUILLET::DocumentTypeDeclarationScan search;
     QByteArray piece(1 << 16, Qt::Uninitialized);
     for (;;) {
         const qint64 n = f.read(piece.data(), piece.size());

@@ -590,70 +590,6 @@ void readDocument(IQuilletObject &object, const QByteArray &bytes)
     readDocument(object, reader, false);
 }
 
-// Scans UTF-8 bytes for a document type declaration piece by piece, as
-// doctypeOffset scans them whole: what a piece leaves open (a construct
-// whose end has not come, a markup that may still become "<!DOCTYPE") is
-// carried into the next piece.
-class DoctypeScan
-{
-public:
-    // The offset of "<!DOCTYPE" from the first byte fed, or -1 while none
-    // has been seen. \a last says that no bytes follow.
-    qint64 feed(const char *piece, qsizetype size, bool last)
-    {
-        m_window.append(piece, int(size));
-        const char *text = m_window.constData();
-        const qsizetype end = m_window.size();
-        qsizetype i = 0, keep = end;
-        for (;;) {
-            if (m_close) {
-                const qsizetype length = qsizetype(std::strlen(m_close));
-                qsizetype close = i;
-                while ((close = findChar(text, end, close, m_close[0])) >= 0 && !startsAt(text, end, close, m_close))
-                    ++close;
-                if (close < 0) {
-                    keep = qMax(i, end - length + 1);
-                    break;
-                }
-                i = close + length;
-                m_close = nullptr;
-            }
-            const qsizetype at = nextMarkup(text, end, i);
-            if (at < 0) {
-                keep = end > i && text[end - 1] == '<' ? end - 1 : end;
-                break;
-            }
-            if (!last && end - at < qsizetype(sizeof kLongestOpen - 1)) {
-                keep = at;
-                break;
-            }
-            if (startsAt(text, end, at, "<!DOCTYPE"))
-                return m_base + at;
-            i = at + 1;
-            for (const auto &skipped : kSkipped) {
-                if (startsAt(text, end, at, skipped.open)) {
-                    i = at + qsizetype(std::strlen(skipped.open));
-                    m_close = skipped.close;
-                    break;
-                }
-            }
-        }
-        m_window.remove(0, int(keep));
-        m_base += keep;
-        return -1;
-    }
-
-private:
-    static constexpr const char kLongestOpen[] = "<![CDATA[";
-    static constexpr struct {
-        const char *open;
-        const char *close;
-    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
-    QByteArray m_window;
-    qint64 m_base = 0;
-    const char *m_close = nullptr;
-};
-
 // Reads a document from a file as a stream: the reader takes it in pieces
 // from the device, so neither the file's bytes nor their UTF-16 text are
 // ever held whole. A file in UTF-8 (no byte order mark of a wider encoding,
@@ -681,7 +617,7 @@ void loadDocument(IQuilletObject &object, QFile &file)
         readDocument(object, file.readAll());
         return;
     }
-    DoctypeScan scan;
+    DocumentTypeDeclarationScan scan;
     QByteArray piece(1 << 16, Qt::Uninitialized);
     qint64 at = -1;
     for (;;) {
@@ -711,6 +647,58 @@ qsizetype FindDocumentTypeDeclaration(const QString &text)
 {
     return doctypeOffset(text);
 }
+
+// What a piece leaves open is carried into the next: the last bytes of a
+// construct whose end has not come, or a markup too short yet to tell.
+qint64 DocumentTypeDeclarationScan::feed(const char *piece, qsizetype size, bool last)
+{
+    static constexpr char kLongestOpen[] = "<![CDATA[";
+    static constexpr struct {
+        const char *open;
+        const char *close;
+    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
+    m_window.append(piece, int(size));
+    const char *text = m_window.constData();
+    const qsizetype end = m_window.size();
+    qsizetype i = 0, keep = end;
+    for (;;) {
+        if (m_close) {
+            const qsizetype length = qsizetype(std::strlen(m_close));
+            qsizetype close = i;
+            while ((close = findChar(text, end, close, m_close[0])) >= 0 && !startsAt(text, end, close, m_close))
+                ++close;
+            if (close < 0) {
+                keep = qMax(i, end - length + 1);
+                break;
+            }
+            i = close + length;
+            m_close = nullptr;
+        }
+        const qsizetype at = nextMarkup(text, end, i);
+        if (at < 0) {
+            keep = end > i && text[end - 1] == '<' ? end - 1 : end;
+            break;
+        }
+        if (!last && end - at < qsizetype(sizeof kLongestOpen - 1)) {
+            keep = at;
+            break;
+        }
+        if (startsAt(text, end, at, "<!DOCTYPE"))
+            return m_base + at;
+        i = at + 1;
+        for (const auto &skipped : kSkipped) {
+            if (startsAt(text, end, at, skipped.open)) {
+                i = at + qsizetype(std::strlen(skipped.open));
+                m_close = skipped.close;
+                break;
+            }
+        }
+    }
+    m_window.remove(0, int(keep));
+    m_base += keep;
+    return -1;
+}
+
 
 QString IQuilletObject::GetXmlString() const
 {

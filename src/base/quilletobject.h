@@ -250,6 +250,25 @@ private:
     that a declaration defines while it reads the declaration. */
 HALVANE_EXPORT qsizetype FindDocumentTypeDeclaration(const QString &text);
 
+/*! FindDocumentTypeDeclaration for a document in UTF-8 that comes in pieces
+    (a file read a block at a time): what a piece leaves open, a construct
+    whose end has not come or a markup that may still become "<!DOCTYPE", is
+    carried into the next, so the answer is the one the whole text gives.
+    It holds at most a piece and a few bytes. */
+class HALVANE_EXPORT DocumentTypeDeclarationScan
+{
+public:
+    /*! Takes the next \a size bytes; \a last says that none follow. The
+        offset of "<!DOCTYPE" from the first byte ever fed, or -1 while none
+        has been seen. */
+    qint64 feed(const char *piece, qsizetype size, bool last);
+
+private:
+    QByteArray m_window;
+    qint64 m_base = 0;
+    const char *m_close = nullptr;
+};
+
 } // namespace QUILLET
 
 #endif
