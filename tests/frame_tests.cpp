@@ -354,6 +354,21 @@ TEST(Frame, FlagAndLoggerReachNestedObjectsAndItems)
     list.AppendMeasurementData(plain);
     test::tagged(list);
     EXPECT_TRUE(list.GetMeasurementData()[2].GetValidate());
+
+    // The flag and logger given before the first value are in the nested
+    // object as soon as a setter has made the payload.
+    for (bool validate : {false, true}) {
+        for (bool withLogger : {false, true}) {
+            MeasurementData d;
+            d.SetValidate(validate);
+            if (withLogger)
+                d.SetLogger(logger);
+            d.SetInternalKey(1);
+            const MeasurementData &c = d;
+            EXPECT_EQ(c.GetMeasurementResult().GetValidate(), validate);
+            EXPECT_EQ(c.GetMeasurementResult().GetLogger(), withLogger ? logger : nullptr);
+        }
+    }
 }
 
 TEST(Frame, PayloadIsCopiedOnFirstAccessAfterAssignment)

@@ -295,10 +295,22 @@ Payload *initData(const Obj &o)
 {
     if (Payload *p = access(o))
         return p;
-    *o.d = createPayload(*o.desc);
-    o.self->SetValidate(o.self->GetValidate());
-    o.self->SetLogger(o.self->GetLogger());
-    return *o.d;
+    Payload *p = createPayload(*o.desc);
+    *o.d = p;
+    // The objects of a fresh payload carry no flag and no logger: they are
+    // known to carry the object's own where it has none of either, and only
+    // a flag that is on, or a logger, is pushed down to them.
+    if (o.desc->hasChildren) {
+        quint8 &state = p->state(*o.desc);
+        state = FlagClean | LoggerClean;
+        if (o.self->GetValidate()) {
+            state = LoggerClean;
+            o.self->SetValidate(true);
+        }
+        if (o.self->HasLogger())
+            o.self->SetLogger(o.self->GetLogger());
+    }
+    return p;
 }
 
 void constNoClearReset(const Obj &o)
