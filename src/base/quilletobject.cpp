@@ -373,19 +373,21 @@ qsizetype nextMarkup(const Char *text, qsizetype size, qsizetype from)
     }
 }
 
+// The constructs in which "<!DOCTYPE" is only text, and their ends.
+constexpr struct {
+    const char *open;
+    const char *close;
+} kSkippedConstructs[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
+
 template <class Char>
 qsizetype doctypeOffset(const Char *text, qsizetype size)
 {
-    static const struct {
-        const char *open;
-        const char *close;
-    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
     qsizetype i = 0;
     while ((i = nextMarkup(text, size, i)) >= 0) {
         if (startsAt(text, size, i, "<!DOCTYPE"))
             return i;
         qsizetype next = i + 1;
-        for (const auto &skipped : kSkipped) {
+        for (const auto &skipped : kSkippedConstructs) {
             if (startsAt(text, size, i, skipped.open)) {
                 // The end of the construct: its closing text, found from its first character.
                 qsizetype close = i + qsizetype(std::strlen(skipped.open));
@@ -653,10 +655,6 @@ qsizetype FindDocumentTypeDeclaration(const QString &text)
 qint64 DocumentTypeDeclarationScan::feed(const char *piece, qsizetype size, bool last)
 {
     static constexpr char kLongestOpen[] = "<![CDATA[";
-    static constexpr struct {
-        const char *open;
-        const char *close;
-    } kSkipped[] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
     m_window.append(piece, int(size));
     const char *text = m_window.constData();
     const qsizetype end = m_window.size();
@@ -686,7 +684,7 @@ qint64 DocumentTypeDeclarationScan::feed(const char *piece, qsizetype size, bool
         if (startsAt(text, end, at, "<!DOCTYPE"))
             return m_base + at;
         i = at + 1;
-        for (const auto &skipped : kSkipped) {
+        for (const auto &skipped : kSkippedConstructs) {
             if (startsAt(text, end, at, skipped.open)) {
                 i = at + qsizetype(std::strlen(skipped.open));
                 m_close = skipped.close;
