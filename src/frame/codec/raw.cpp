@@ -137,7 +137,17 @@ public:
           m_single(stream.floatingPointPrecision() == QDataStream::SinglePrecision)
     {
     }
-    void bytes(const char *data, int n) { std::memcpy(reserve(n), data, size_t(n)); }
+    void bytes(const char *data, int n)
+    {
+        char *at = reserve(n);
+        // Presence bytes, a few at a time: stored here rather than by a call.
+        if (n <= 8) {
+            for (int i = 0; i < n; ++i)
+                at[i] = data[i];
+            return;
+        }
+        std::memcpy(at, data, size_t(n));
+    }
     void value(bool v) { *reserve(1) = char(v ? 1 : 0); }
     void value(qint8 v) { *reserve(1) = char(v); }
     void value(qint32 v) { integer(v); }
