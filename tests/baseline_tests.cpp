@@ -43,6 +43,26 @@ void expectSameForms(const Lib &library, const Plain &plain)
     EXPECT_EQ(test::written([&](QDataStream &s) { baseline::writeRaw(s, fromRaw); }), raw);
 }
 
+// The library reads the baseline's three forms to the document it was built as.
+template <class Lib, class Plain>
+void expectLibraryReadsTheBaseline(const Plain &plain, const Lib &library)
+{
+    Lib fromXml, fromTagged, fromRaw;
+    fromXml.SetValidate(true);
+    fromTagged.SetValidate(true);
+    QString text;
+    {
+        QXmlStreamWriter w(&text);
+        baseline::writeXml(w, plain);
+    }
+    test::readXml(fromXml, text);
+    EXPECT_TRUE(fromXml == library);
+    test::readTagged(fromTagged, test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }));
+    EXPECT_TRUE(fromTagged == library);
+    test::readRaw(fromRaw, test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }));
+    EXPECT_TRUE(fromRaw == library);
+}
+
 } // namespace
 
 TEST(Baseline, WritesTheLibrarysTextAndBytes)
@@ -87,20 +107,7 @@ TEST(Baseline, WritesAndReadsTheLibrarysCapabilities)
     EXPECT_TRUE(fromRaw == plain);
     EXPECT_TRUE(rawIn.atEnd());
 
-    // And the library reads the baseline's forms to the document it was built as.
-    HALVANE::Capabilities libraryFromXml, libraryFromTagged, libraryFromRaw;
-    libraryFromXml.SetValidate(true);
-    QString baselineText;
-    {
-        QXmlStreamWriter w(&baselineText);
-        baseline::writeXml(w, plain);
-    }
-    test::readXml(libraryFromXml, baselineText);
-    EXPECT_TRUE(libraryFromXml == library);
-    test::readTagged(libraryFromTagged, test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }));
-    EXPECT_TRUE(libraryFromTagged == library);
-    test::readRaw(libraryFromRaw, test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }));
-    EXPECT_TRUE(libraryFromRaw == library);
+    expectLibraryReadsTheBaseline(plain, library);
 
     // The comparison the bench times looks into the nested structs.
     baseline::Capabilities changed = plain;
@@ -170,21 +177,7 @@ TEST(Baseline, WritesAndReadsTheLibrarysReceiverSettings)
     EXPECT_TRUE(fromRaw == plain);
     EXPECT_TRUE(rawIn.atEnd());
 
-    // And the library reads the baseline's forms to the document it was built as.
-    HALVANE::ReceiverSettings libraryFromXml, libraryFromTagged, libraryFromRaw;
-    libraryFromXml.SetValidate(true);
-    libraryFromTagged.SetValidate(true);
-    QString baselineText;
-    {
-        QXmlStreamWriter w(&baselineText);
-        baseline::writeXml(w, plain);
-    }
-    test::readXml(libraryFromXml, baselineText);
-    EXPECT_TRUE(libraryFromXml == library);
-    test::readTagged(libraryFromTagged, test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }));
-    EXPECT_TRUE(libraryFromTagged == library);
-    test::readRaw(libraryFromRaw, test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }));
-    EXPECT_TRUE(libraryFromRaw == library);
+    expectLibraryReadsTheBaseline(plain, library);
 
     // The baseline reads a prefix given as an element, an empty one as "Sensor".
     baseline::ReceiverSettings prefixes;
