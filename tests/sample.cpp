@@ -6,25 +6,12 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kSpeedTable;
 extern const frame::Hooks kSampleHooks;
 
 namespace {
 
 using namespace frame;
-
-constexpr const char *kModeNames[] = {
-    "Slow",
-    "Fast",
-    "Auto",
-};
-const frame::NameTable kModeTable(kModeNames);
-
-constexpr const char *kChoicesNames[] = {
-    "Slow",
-    "Fast",
-    "Auto",
-};
-const frame::NameTable kChoicesTable(kChoicesNames);
 
 constexpr FieldDef kFields[] = {
     intField("index", 0x2128394B, Attribute | ElementToo),
@@ -36,11 +23,11 @@ constexpr FieldDef kFields[] = {
     floatField("Gain", 0x00000107, 0),
     stringField("Label", 0x00000108, 0, "none").withDefault(),
     dateTimeField("When", 0x00000109, 0),
-    enumField("Mode", 0x8DC1F911, 0, &kModeTable, 1).withDefault(),
+    enumField("Mode", 0x8DC1F911, 0, &kSpeedTable, 1).withDefault(),
     nestedField<MinMaxStep>("MinMaxStep", 0xC693EC10, 0),
     objectListField<RDSResult>("Results", 0x0000010C, 0).withElement("RDSResult"),
     stringListField("Path", 0x0000010D, 0),
-    enumListField("Choices", 0x0000010E, 0, &kChoicesTable),
+    enumListField("Choices", 0x0000010E, 0, &kSpeedTable),
 };
 
 } // namespace

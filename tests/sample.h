@@ -220,9 +220,9 @@ public:
     //@}
 
     /// \name Mode
-    /// Enumerated, element "Mode", tag 0x8DC1F911, optional, default 1 ("Fast"), table Mode (3 rows: Name).
+    /// Enumerated, element "Mode", tag 0x8DC1F911, optional, default 1 ("Fast"), table Speed (3 rows: Name, shared).
     //@{
-    /// Row index into the Mode table; 255 (-1) is invalid.
+    /// Row index into the Speed table; 255 (-1) is invalid.
     typedef qint8 Mode;
     /// True when the field is set; creates no payload.
     bool IsModeSet() const;
@@ -314,9 +314,9 @@ public:
     //@}
 
     /// \name Choices
-    /// List of enumerated items, element "Choices", tag 0x0000010E, optional, table Choices (3 rows: Name).
+    /// List of enumerated items, element "Choices", tag 0x0000010E, optional, table Speed (3 rows: Name, shared).
     //@{
-    /// Row index into the Choices table; 255 (-1) is invalid.
+    /// Row index into the Speed table; 255 (-1) is invalid.
     typedef qint8 Choices;
     /// True when the field is set; creates no payload.
     bool IsChoicesSet() const;

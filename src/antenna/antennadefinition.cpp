@@ -6,22 +6,15 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kPolarizationTable;
+
 namespace {
 
 using namespace frame;
 
-constexpr const char *kPolarModeNames[] = {
-    "AUTO",
-    "VERT",
-    "HOR",
-    "LEFT",
-    "RIGH",
-};
-const frame::NameTable kPolarModeTable(kPolarModeNames);
-
 constexpr FieldDef kFields[] = {
     stringField("FactorDataSet", 0x806DF473, 0),
-    enumField("PolarMode", 0xAC5861E1, 0, &kPolarModeTable, 0).withDefault(),
+    enumField("PolarMode", 0xAC5861E1, 0, &kPolarizationTable, 0).withDefault(),
     doubleField("FrequencyStart", 0xEAFE39B5, 0),
     doubleField("FrequencyStop", 0x02B3D10D, 0),
     doubleField("UpperLimit_HF", 0x45D8E977, 0),

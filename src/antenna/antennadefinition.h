@@ -86,9 +86,9 @@ public:
     //@}
 
     /// \name PolarMode
-    /// Enumerated, element "PolarMode", tag 0xAC5861E1, optional, default 0 ("AUTO"), table PolarMode (5 rows: Name). The same rows as AntennaPolarization of AntennaMatrixConfiguration, in a table and type of its own..
+    /// Enumerated, element "PolarMode", tag 0xAC5861E1, optional, default 0 ("AUTO"), table Polarization (5 rows: Name, shared). A type of its own on the rows it shares with AntennaPolarization of AntennaMatrixConfiguration..
     //@{
-    /// Row index into the PolarMode table; 255 (-1) is invalid.
+    /// Row index into the Polarization table; 255 (-1) is invalid.
     typedef qint8 PolarMode;
     /// True when the field is set; creates no payload.
     bool IsPolarModeSet() const;

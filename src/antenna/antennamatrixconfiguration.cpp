@@ -6,30 +6,13 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kSwitchTable;
+extern const frame::NameTable kPolarizationTable;
+extern const frame::NameTable kSwitchUpperTable;
+
 namespace {
 
 using namespace frame;
-
-constexpr const char *kAntennaControlModeNames[] = {
-    "Off",
-    "On",
-};
-const frame::NameTable kAntennaControlModeTable(kAntennaControlModeNames);
-
-constexpr const char *kAntennaPolarizationNames[] = {
-    "AUTO",
-    "VERT",
-    "HOR",
-    "LEFT",
-    "RIGH",
-};
-const frame::NameTable kAntennaPolarizationTable(kAntennaPolarizationNames);
-
-constexpr const char *kAntennaPreamplifierStateNames[] = {
-    "OFF",
-    "ON",
-};
-const frame::NameTable kAntennaPreamplifierStateTable(kAntennaPreamplifierStateNames);
 
 constexpr const char *kOutputAuxModeNames[] = {
     "FREQ",
@@ -39,9 +22,9 @@ constexpr const char *kOutputAuxModeNames[] = {
 const frame::NameTable kOutputAuxModeTable(kOutputAuxModeNames);
 
 constexpr FieldDef kFields[] = {
-    enumField("AntennaControlMode", 0x6CC4F44E, 0, &kAntennaControlModeTable),
-    enumField("AntennaPolarization", 0x658883B4, 0, &kAntennaPolarizationTable, 1).withDefault(),
-    enumField("AntennaPreamplifierState", 0x826B6F32, 0, &kAntennaPreamplifierStateTable, 0).withDefault(),
+    enumField("AntennaControlMode", 0x6CC4F44E, 0, &kSwitchTable),
+    enumField("AntennaPolarization", 0x658883B4, 0, &kPolarizationTable, 1).withDefault(),
+    enumField("AntennaPreamplifierState", 0x826B6F32, 0, &kSwitchUpperTable, 0).withDefault(),
     int64Field("AntennaPathSelected", 0xCCEF38BD, 0).withRange(0, 10),
     enumField("OutputAuxMode", 0xE82BDF82, 0, &kOutputAuxModeTable),
     intField("OutputAuxWord", 0xC392DEFE, 0).withRange(0, 65535),

@@ -71,9 +71,9 @@ public:
     void SetVersionSpecificBinaryWithoutValidation(QDataStream &stream);
 
     /// \name AntennaControlMode
-    /// Enumerated, element "AntennaControlMode", tag 0x6CC4F44E, optional, initial 255, no default, table AntennaControlMode (2 rows: Name).
+    /// Enumerated, element "AntennaControlMode", tag 0x6CC4F44E, optional, initial 255, no default, table Switch (2 rows: Name, shared).
     //@{
-    /// Row index into the AntennaControlMode table; 255 (-1) is invalid.
+    /// Row index into the Switch table; 255 (-1) is invalid.
     typedef qint8 AntennaControlMode;
     /// True when the field is set; creates no payload.
     bool IsAntennaControlModeSet() const;
@@ -102,9 +102,9 @@ public:
     //@}
 
     /// \name AntennaPolarization
-    /// Enumerated, element "AntennaPolarization", tag 0x658883B4, optional, default 1 ("VERT"), table AntennaPolarization (5 rows: Name). The same rows as PolarMode of AntennaDefinition, in a table and type of its own..
+    /// Enumerated, element "AntennaPolarization", tag 0x658883B4, optional, default 1 ("VERT"), table Polarization (5 rows: Name, shared). A type of its own on the rows it shares with PolarMode of AntennaDefinition..
     //@{
-    /// Row index into the AntennaPolarization table; 255 (-1) is invalid.
+    /// Row index into the Polarization table; 255 (-1) is invalid.
     typedef qint8 AntennaPolarization;
     /// True when the field is set; creates no payload.
     bool IsAntennaPolarizationSet() const;
@@ -133,9 +133,9 @@ public:
     //@}
 
     /// \name AntennaPreamplifierState
-    /// Enumerated, element "AntennaPreamplifierState", tag 0x826B6F32, optional, default 0 ("OFF"), table AntennaPreamplifierState (2 rows: Name).
+    /// Enumerated, element "AntennaPreamplifierState", tag 0x826B6F32, optional, default 0 ("OFF"), table SwitchUpper (2 rows: Name, shared).
     //@{
-    /// Row index into the AntennaPreamplifierState table; 255 (-1) is invalid.
+    /// Row index into the SwitchUpper table; 255 (-1) is invalid.
     typedef qint8 AntennaPreamplifierState;
     /// True when the field is set; creates no payload.
     bool IsAntennaPreamplifierStateSet() const;

@@ -6,21 +6,11 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kSwitchTable;
+
 namespace {
 
 using namespace frame;
-
-constexpr const char *kRunningStateNames[] = {
-    "Off",
-    "On",
-};
-const frame::NameTable kRunningStateTable(kRunningStateNames);
-
-constexpr const char *kDualStateNames[] = {
-    "Off",
-    "On",
-};
-const frame::NameTable kDualStateTable(kDualStateNames);
 
 constexpr const char *kSearchScanModeRows[][2] = {
     {"IdleScanMode", "IDLE"},
@@ -36,8 +26,8 @@ constexpr const char *kSearchScanModeColumns[] = {"Name", "Guiname"};
 const frame::NameTable kSearchScanModeTable(kSearchScanModeRows, kSearchScanModeColumns);
 
 constexpr FieldDef kFields[] = {
-    enumField("RunningState", 0xA2170003, Required, &kRunningStateTable),
-    enumField("DualState", 0xE15535C6, Required, &kDualStateTable),
+    enumField("RunningState", 0xA2170003, Required, &kSwitchTable),
+    enumField("DualState", 0xE15535C6, Required, &kSwitchTable),
     enumField("SearchScanMode", 0xA98C8F75, Required, &kSearchScanModeTable),
 };
 

@@ -75,9 +75,9 @@ public:
     };
 
     /// \name RunningState
-    /// Enumerated, element "RunningState", tag 0xA2170003, required, initial 255, no default, table RunningState (2 rows: Name).
+    /// Enumerated, element "RunningState", tag 0xA2170003, required, initial 255, no default, table Switch (2 rows: Name, shared).
     //@{
-    /// Row index into the RunningState table; 255 (-1) is invalid.
+    /// Row index into the Switch table; 255 (-1) is invalid.
     typedef qint8 RunningState;
     /// True when the field is set; creates no payload.
     bool IsRunningStateSet() const;
@@ -106,9 +106,9 @@ public:
     //@}
 
     /// \name DualState
-    /// Enumerated, element "DualState", tag 0xE15535C6, required, initial 255, no default, table DualState (2 rows: Name).
+    /// Enumerated, element "DualState", tag 0xE15535C6, required, initial 255, no default, table Switch (2 rows: Name, shared).
     //@{
-    /// Row index into the DualState table; 255 (-1) is invalid.
+    /// Row index into the Switch table; 255 (-1) is invalid.
     typedef qint8 DualState;
     /// True when the field is set; creates no payload.
     bool IsDualStateSet() const;

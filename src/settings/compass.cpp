@@ -6,25 +6,17 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kConnectionSourceTable;
+
 namespace {
 
 using namespace frame;
-
-constexpr const char *kCompassSourceNames[] = {
-    "NONE",
-    "AUX1",
-    "AUX2",
-    "SCPI",
-    "X1",
-    "X2",
-};
-const frame::NameTable kCompassSourceTable(kCompassSourceNames);
 
 constexpr FieldDef kFields[] = {
     stringField("Name", 0x8C9FBCA8, 0),
     doubleField("Offset", 0xEF2B095D, 0),
     stringField("Type", 0x0846C2A1, 0),
-    enumField("CompassSource", 0x8A913480, 0, &kCompassSourceTable),
+    enumField("CompassSource", 0x8A913480, 0, &kConnectionSourceTable),
 };
 
 } // namespace

@@ -124,9 +124,9 @@ public:
     //@}
 
     /// \name CompassSource
-    /// Enumerated, element "CompassSource", tag 0x8A913480, optional, initial 255, no default, table CompassSource (6 rows: Name).
+    /// Enumerated, element "CompassSource", tag 0x8A913480, optional, initial 255, no default, table ConnectionSource (6 rows: Name, shared).
     //@{
-    /// Row index into the CompassSource table; 255 (-1) is invalid.
+    /// Row index into the ConnectionSource table; 255 (-1) is invalid.
     typedef qint8 CompassSource;
     /// True when the field is set; creates no payload.
     bool IsCompassSourceSet() const;

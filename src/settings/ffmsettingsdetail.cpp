@@ -6,6 +6,8 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kSwitchUpperTable;
+
 namespace {
 
 using namespace frame;
@@ -31,18 +33,6 @@ constexpr const char *kAttenuationNames[] = {
     "LOW DESTORT",
 };
 const frame::NameTable kAttenuationTable(kAttenuationNames);
-
-constexpr const char *kAFCValueNames[] = {
-    "OFF",
-    "ON",
-};
-const frame::NameTable kAFCValueTable(kAFCValueNames);
-
-constexpr const char *kSquelchStateNames[] = {
-    "OFF",
-    "ON",
-};
-const frame::NameTable kSquelchStateTable(kSquelchStateNames);
 
 constexpr const char *kPreselectionNames[] = {
     "LOW NOISE",
@@ -73,12 +63,6 @@ constexpr const char *kIFPanTypeNames[] = {
 };
 const frame::NameTable kIFPanTypeTable(kIFPanTypeNames);
 
-constexpr const char *kIFStepAutoNames[] = {
-    "OFF",
-    "ON",
-};
-const frame::NameTable kIFStepAutoTable(kIFStepAutoNames);
-
 constexpr FieldDef kFields[] = {
     doubleField("BFOFrequency", 0x6AA21622, 0),
     enumField("GainControlMode", 0xACEE93FD, 0, &kGainControlModeTable),
@@ -87,8 +71,8 @@ constexpr FieldDef kFields[] = {
     enumField("Attenuation", 0xEFD74C59, 0, &kAttenuationTable),
     doubleField("AttenuationValue", 0x04605972, 0),
     doubleField("AttenuationTime", 0x0C5DDFF3, 0),
-    enumField("AFCValue", 0x69FAD61D, 0, &kAFCValueTable),
-    enumField("SquelchState", 0x25F773FF, 0, &kSquelchStateTable),
+    enumField("AFCValue", 0x69FAD61D, 0, &kSwitchUpperTable),
+    enumField("SquelchState", 0x25F773FF, 0, &kSwitchUpperTable),
     intField("SquelchValue", 0x4EA5D1AD, 0),
     enumField("Preselection", 0x2DDD8D71, 0, &kPreselectionTable),
     enumField("LevelDetector", 0xA177A5A1, 0, &kLevelDetectorTable),
@@ -98,7 +82,7 @@ constexpr FieldDef kFields[] = {
     doubleField("IFPanSpan", 0x6B3F7D97, 0),
     enumField("IFPanType", 0x0FC1BCD5, 0, &kIFPanTypeTable),
     doubleField("IFStep", 0xE384AEC3, 0),
-    enumField("IFStepAuto", 0xA678348A, 0, &kIFStepAutoTable),
+    enumField("IFStepAuto", 0xA678348A, 0, &kSwitchUpperTable),
 };
 
 } // namespace

@@ -234,9 +234,9 @@ public:
     //@}
 
     /// \name AFCValue
-    /// Enumerated, element "AFCValue", tag 0x69FAD61D, optional, initial 255, no default, table AFCValue (2 rows: Name).
+    /// Enumerated, element "AFCValue", tag 0x69FAD61D, optional, initial 255, no default, table SwitchUpper (2 rows: Name, shared).
     //@{
-    /// Row index into the AFCValue table; 255 (-1) is invalid.
+    /// Row index into the SwitchUpper table; 255 (-1) is invalid.
     typedef qint8 AFCValue;
     /// True when the field is set; creates no payload.
     bool IsAFCValueSet() const;
@@ -265,9 +265,9 @@ public:
     //@}
 
     /// \name SquelchState
-    /// Enumerated, element "SquelchState", tag 0x25F773FF, optional, initial 255, no default, table SquelchState (2 rows: Name).
+    /// Enumerated, element "SquelchState", tag 0x25F773FF, optional, initial 255, no default, table SwitchUpper (2 rows: Name, shared).
     //@{
-    /// Row index into the SquelchState table; 255 (-1) is invalid.
+    /// Row index into the SwitchUpper table; 255 (-1) is invalid.
     typedef qint8 SquelchState;
     /// True when the field is set; creates no payload.
     bool IsSquelchStateSet() const;
@@ -503,9 +503,9 @@ public:
     //@}
 
     /// \name IFStepAuto
-    /// Enumerated, element "IFStepAuto", tag 0xA678348A, optional, initial 255, no default, table IFStepAuto (2 rows: Name).
+    /// Enumerated, element "IFStepAuto", tag 0xA678348A, optional, initial 255, no default, table SwitchUpper (2 rows: Name, shared).
     //@{
-    /// Row index into the IFStepAuto table; 255 (-1) is invalid.
+    /// Row index into the SwitchUpper table; 255 (-1) is invalid.
     typedef qint8 IFStepAuto;
     /// True when the field is set; creates no payload.
     bool IsIFStepAutoSet() const;

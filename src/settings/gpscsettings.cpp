@@ -6,25 +6,17 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kConnectionSourceTable;
+
 namespace {
 
 using namespace frame;
-
-constexpr const char *kGPSSourceNames[] = {
-    "NONE",
-    "AUX1",
-    "AUX2",
-    "SCPI",
-    "X1",
-    "X2",
-};
-const frame::NameTable kGPSSourceTable(kGPSSourceNames);
 
 constexpr FieldDef kFields[] = {
     stringField("GPSName", 0xEFA5A454, 0),
     nestedField<Compass>("Compass", 0x44698FBA, 0),
     boolField("GPSCEnable", 0x8DBFF1EC, 0).withDefault(),
-    enumField("GPSSource", 0x43350649, 0, &kGPSSourceTable),
+    enumField("GPSSource", 0x43350649, 0, &kConnectionSourceTable),
 };
 
 } // namespace

@@ -122,9 +122,9 @@ public:
     //@}
 
     /// \name GPSSource
-    /// Enumerated, element "GPSSource", tag 0x43350649, optional, initial 255, no default, table GPSSource (6 rows: Name).
+    /// Enumerated, element "GPSSource", tag 0x43350649, optional, initial 255, no default, table ConnectionSource (6 rows: Name, shared).
     //@{
-    /// Row index into the GPSSource table; 255 (-1) is invalid.
+    /// Row index into the ConnectionSource table; 255 (-1) is invalid.
     typedef qint8 GPSSource;
     /// True when the field is set; creates no payload.
     bool IsGPSSourceSet() const;

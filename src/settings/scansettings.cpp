@@ -6,41 +6,19 @@
 
 namespace HALVANE {
 
+extern const frame::NameTable kScanStateTable;
+
 namespace {
 
 using namespace frame;
 
-constexpr const char *kSearchModeNames[] = {
-    "IDLE",
-    "CONT",
-    "HOLD",
-    "LEAVE",
-    "RESTART",
-    "RUN",
-    "STOP",
-    "SUPP",
-};
-const frame::NameTable kSearchModeTable(kSearchModeNames);
-
-constexpr const char *kMScanModeNames[] = {
-    "IDLE",
-    "CONT",
-    "HOLD",
-    "LEAVE",
-    "RESTART",
-    "RUN",
-    "STOP",
-    "SUPP",
-};
-const frame::NameTable kMScanModeTable(kMScanModeNames);
-
 constexpr FieldDef kFields[] = {
     doubleField("SearchScanDwellTime", 0x6B6C34F2, 0).withRange(-1.0, 10.0),
     doubleField("SearchHoldTime", 0xCECDE514, 0).withRange(-1.0, 10.0),
-    enumField("SearchMode", 0x6C0C4E72, 0, &kSearchModeTable),
+    enumField("SearchMode", 0x6C0C4E72, 0, &kScanStateTable),
     doubleField("MScanDwellTime", 0x62D27B13, 0).withRange(-1.0, 10.0),
     doubleField("MScanHoldTime", 0xC4B54DF9, 0).withRange(-1.0, 10.0),
-    enumField("MScanMode", 0x6074D1F0, 0, &kMScanModeTable),
+    enumField("MScanMode", 0x6074D1F0, 0, &kScanStateTable),
     boolField("MScanSquelchMode", 0x826F40A4, 0),
     doubleField("StartFrequency", 0xC83EDC48, 0),
     doubleField("StopFrequency", 0xC043211E, 0),

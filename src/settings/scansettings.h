@@ -107,9 +107,9 @@ public:
     //@}
 
     /// \name SearchMode
-    /// Enumerated, element "SearchMode", tag 0x6C0C4E72, optional, initial 255, no default, table SearchMode (8 rows: Name).
+    /// Enumerated, element "SearchMode", tag 0x6C0C4E72, optional, initial 255, no default, table ScanState (8 rows: Name, shared).
     //@{
-    /// Row index into the SearchMode table; 255 (-1) is invalid.
+    /// Row index into the ScanState table; 255 (-1) is invalid.
     typedef qint8 SearchMode;
     /// True when the field is set; creates no payload.
     bool IsSearchModeSet() const;
@@ -172,9 +172,9 @@ public:
     //@}
 
     /// \name MScanMode
-    /// Enumerated, element "MScanMode", tag 0x6074D1F0, optional, initial 255, no default, table MScanMode (8 rows: Name).
+    /// Enumerated, element "MScanMode", tag 0x6074D1F0, optional, initial 255, no default, table ScanState (8 rows: Name, shared).
     //@{
-    /// Row index into the MScanMode table; 255 (-1) is invalid.
+    /// Row index into the ScanState table; 255 (-1) is invalid.
     typedef qint8 MScanMode;
     /// True when the field is set; creates no payload.
     bool IsMScanModeSet() const;

@@ -314,7 +314,21 @@ def load(paths):
                 table.file = path
                 shared[table.name] = table
     classes = [Class(p, d, shared) for p, d in class_files]
+    refuse_repeated_tables(classes, shared)
     return classes, table_files, shared
+
+
+def refuse_repeated_tables(classes, shared):
+    """Rows that two tables hold alike are stored once: as a shared table."""
+    first = {}
+    tables = [(f"shared table {t.name}", t) for t in shared.values()]
+    tables += [(f"{c.name}.{f.name}", f.table) for c in classes for f in c.fields if f.table and not f.table.shared]
+    for where, t in tables:
+        key = (tuple(t.columns), tuple(tuple(r) for r in t.rows))
+        if key in first:
+            fail(where, f"the same rows as {first[key]}: describe them once with [[table]] in a file of shared "
+                        "tables and name it with shared_table")
+        first[key] = where
 
 
 # ---- Facts of a field, for the comments
@@ -558,7 +572,7 @@ def header(c, by_name):
             inc = include_of(c.path, f.item_class, by_name)
             if inc not in incs:
                 incs.append(inc)
-        if f.table and f.table.shared:
+        if f.table and f.table.shared and f.table.struct:
             inc = relpath(f.table.file.with_suffix(".h"), c.path.parent)
             if inc not in incs:
                 incs.append(inc)
@@ -806,7 +820,8 @@ def source(c):
 
 
 def shared_files(path, data):
-    """A header with the row structures of shared tables, and the tables."""
+    """A header with the row structures of shared tables (none where no table
+    has a row structure), and the tables."""
     rel = path.relative_to(ROOT)
     tables = [Table(str(rel), t) for t in data.get("table", [])]
     g = "HALVANE_" + "_".join(p.upper() for p in rel.with_suffix("").parts[1:]) + "_H"
@@ -814,10 +829,11 @@ def shared_files(path, data):
          "// Row structures of name tables that several classes share.",
          f"#ifndef {g}", f"#define {g}", "", f'#include "{frame_include(path, "dataclass.h")}"', "",
          "namespace HALVANE {", ""]
+    structs = any(t.struct for t in tables)
     cpp = [HEADER_TOP.format(gen=GENERATOR, src=rel.name).rstrip("\n"),
-           "// Name tables that several classes share.",
-           f'#include "{path.stem}.h"', "", f'#include "{frame_include(path, "text/nametable.h")}"', "",
-           "namespace HALVANE {", ""]
+           "// Name tables that several classes share."]
+    cpp += ([f'#include "{path.stem}.h"', ""] if structs else [])
+    cpp += [f'#include "{frame_include(path, "text/nametable.h")}"', "", "namespace HALVANE {", ""]
     for t in tables:
         if t.struct:
             h += row_struct_lines(t, "", group_of(path))
@@ -828,7 +844,7 @@ def shared_files(path, data):
         cpp.append("")
     h += ["} // namespace HALVANE", "", "#endif"]
     cpp += ["} // namespace HALVANE"]
-    return "\n".join(h) + "\n", "\n".join(cpp) + "\n"
+    return ("\n".join(h) + "\n") if structs else None, "\n".join(cpp) + "\n"
 
 
 def outputs():
@@ -845,7 +861,8 @@ def outputs():
         files[c.path.with_suffix(".cpp")] = source(c)
     for path, data in table_files:
         h, cpp = shared_files(path, data)
-        files[path.with_suffix(".h")] = h
+        if h is not None:
+            files[path.with_suffix(".h")] = h
         files[path.with_suffix(".cpp")] = cpp
     files[ROOT / "src" / "halvane.h"] = umbrella(classes)
     files[ROOT / "docs" / "api" / "holdings.dox"] = holdings(classes)
