@@ -5,13 +5,16 @@
 #include "support.h"
 
 #include "frame/schema/schema.h"
+#include "frame/text/text.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QSet>
 
 #include <cmath>
+#include <cstring>
 #include <utility>
 #include <limits>
+#include <vector>
 
 using namespace HALVANE;
 using test::expectThrow;
@@ -421,4 +424,57 @@ TEST(Frame, AnElementNameCarriesOneTagInEveryClass)
         }
     }
     EXPECT_GE(shared, 14); // "Unit", "index", "MinMaxStep", "MeasurementItem" and more
+}
+
+// Numbers are written with two decimals and read back by code of the frame's
+// own; the text and the values must be Qt's to the last character and bit,
+// for ties, ulps around each hundredth, tiny, huge, negative and
+// non-finite values and arbitrary bit patterns.
+TEST(Frame, NumberTextIsQtsToTheLastCharacter)
+{
+    frame::Field f{};
+    static_cast<frame::FieldDef &>(f) = frame::doubleField("Value", 1, 0);
+    std::vector<double> values = {0.0, -0.0, 0.005, -0.005, 0.015, 0.125, -0.125, 0.375, 2.675, 1e-300, -1e-300,
+                                  4.9e-324, -4.9e-324, 72057594037927936.0, 72057594037927940.0, 9.2e18, -9.2e18,
+                                  1e300, std::numeric_limits<double>::infinity(),
+                                  -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()};
+    for (int i = -2000; i <= 2000; ++i) {
+        const double hundredth = i / 100.0;
+        const double tie = i / 8.0 + 1.0 / 200.0; // halfway between hundredths where that is exact
+        values.insert(values.end(), {hundredth, std::nextafter(hundredth, 1e9), std::nextafter(hundredth, -1e9),
+                                     i / 8.0, tie, i * 1e-4, std::ldexp(double(i), 40), std::ldexp(1.0, i / 4)});
+    }
+    quint64 state = 0x9E3779B97F4A7C15ull;
+    auto next = [&state] {
+        state ^= state << 13;
+        state ^= state >> 7;
+        state ^= state << 17;
+        return state;
+    };
+    for (int i = 0; i < 30000; ++i) {
+        if (i % 8 == 0) {
+            double bitPattern;
+            const quint64 bits = next();
+            std::memcpy(&bitPattern, &bits, sizeof bitPattern);
+            values.push_back(bitPattern);
+        }
+        // Decimal-looking values of every magnitude the fast path covers.
+        values.push_back(double(qint64(next() % 2000000001) - 1000000000) / std::pow(10.0, double(next() % 8)));
+        values.push_back(std::ldexp(double(next() >> 11), int(next() % 120) - 100));
+    }
+    for (double v : values) {
+        ASSERT_EQ(frame::valueText(f, &v), QString::number(v, 'f', 2)) << std::hexfloat << v;
+        ASSERT_EQ(frame::valueUtf8(f, &v), QByteArray::number(v, 'f', 2)) << std::hexfloat << v;
+        const float single = float(v);
+        frame::Field g{};
+        static_cast<frame::FieldDef &>(g) = frame::floatField("Value", 1, 0);
+        ASSERT_EQ(frame::valueText(g, &single), QString::number(double(single), 'f', 2)) << std::hexfloat << v;
+        // Reading: the written text and a longer one come back as Qt reads them.
+        for (const QString &text : {QString::number(v, 'f', 2), QString::number(v, 'g', 17)}) {
+            frame::ScalarValue read;
+            frame::numberFromText(f, text, read);
+            const double qt = text.toDouble();
+            ASSERT_EQ(std::memcmp(&read.d, &qt, sizeof qt), 0) << qPrintable(text);
+        }
+    }
 }

@@ -8,9 +8,126 @@
 #include "../../base/converters.h"
 
 #include <charconv>
+#include <cstring>
 
 namespace HALVANE {
 namespace frame {
+
+namespace {
+
+// Room for the longest text fixedTwo writes: a sign, 17 digits, the point
+// and two decimals.
+constexpr int kFixedTwoSize = 24;
+
+// Writes a value with two decimals, the text Qt's 'f' format with precision
+// 2 gives, for the values whose hundredfold has at most 63 bits; returns the
+// length, or 0 where Qt is left to write it (values that big, infinities and
+// NaN, and negative values that round to zero, whose sign is Qt's to give).
+// The value is m * 2^e exactly, so its hundredfold rounded is
+// (100 m) >> -e, plus one when the bits shifted out are half or more of a
+// unit (Qt rounds a tie away from zero).
+int fixedTwo(double v, char *out)
+{
+    quint64 bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    const bool negative = bits >> 63;
+    const int biased = int((bits >> 52) & 0x7FF);
+    if (biased == 0x7FF)
+        return 0;
+    quint64 mantissa = bits & ((quint64(1) << 52) - 1);
+    int e = -1074;
+    if (biased != 0) {
+        mantissa |= quint64(1) << 52;
+        e = biased - 1075;
+    }
+    quint64 hundredths = 0;
+    if (e >= 0) {
+        if (e > 3)
+            return 0;
+        hundredths = (mantissa * 100) << e;
+    } else if (e > -64) {
+        const int k = -e;
+        const quint64 n = mantissa * 100; // below 2^60
+        hundredths = n >> k;
+        if (((n >> (k - 1)) & 1) != 0)
+            ++hundredths;
+    } // else below 2^-74: zero to two decimals
+    if (negative && hundredths == 0)
+        return 0;
+    char digits[20];
+    int count = 0;
+    quint64 rest = hundredths;
+    do {
+        digits[count++] = char('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0 || count < 3);
+    int length = 0;
+    if (negative)
+        out[length++] = '-';
+    while (count > 2)
+        out[length++] = digits[--count];
+    out[length++] = '.';
+    out[length++] = digits[1];
+    out[length++] = digits[0];
+    return length;
+}
+
+// A plain decimal number: optional minus, digits, optional point and digits.
+// Its value is the same from any exact conversion, so it needs no QString.
+bool parsePlainDecimal(const char *text, int size, double &value)
+{
+    if (size <= 0 || size > 40)
+        return false;
+    int i = text[0] == '-' ? 1 : 0;
+    const int digitsStart = i;
+    while (i < size && text[i] >= '0' && text[i] <= '9')
+        ++i;
+    if (i == digitsStart)
+        return false;
+    if (i < size && text[i] == '.') {
+        const int fraction = ++i;
+        while (i < size && text[i] >= '0' && text[i] <= '9')
+            ++i;
+        if (i == fraction)
+            return false;
+    }
+    if (i != size)
+        return false;
+    const auto result = std::from_chars(text, text + size, value);
+    return result.ec == std::errc() && result.ptr == text + size;
+}
+
+// The value of a plain decimal number in UTF-16, as parsePlainDecimal reads
+// it; false for any other text.
+bool parsePlainDecimal(QStringView text, double &value)
+{
+    char ascii[40];
+    if (text.size() > qsizetype(sizeof ascii))
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c > 0x7F)
+            return false;
+        ascii[i] = char(c);
+    }
+    return parsePlainDecimal(ascii, int(text.size()), value);
+}
+
+QString twoDecimals(double v)
+{
+    char text[kFixedTwoSize];
+    const int length = fixedTwo(v, text);
+    return length ? QString::fromLatin1(text, length) : QString::number(v, 'f', 2);
+}
+
+QByteArray twoDecimalsUtf8(double v)
+{
+    char text[kFixedTwoSize];
+    const int length = fixedTwo(v, text);
+    return length ? QByteArray(text, length) : QByteArray::number(v, 'f', 2);
+}
+
+} // namespace
 
 QString valueText(const Field &f, const void *value)
 {
@@ -22,9 +139,9 @@ QString valueText(const Field &f, const void *value)
     case Kind::Int64:
         return QString::number(*static_cast<const qint64 *>(value));
     case Kind::Double:
-        return QString::number(*static_cast<const double *>(value), 'f', 2);
+        return twoDecimals(*static_cast<const double *>(value));
     case Kind::Float:
-        return QString::number(double(*static_cast<const float *>(value)), 'f', 2);
+        return twoDecimals(double(*static_cast<const float *>(value)));
     case Kind::String:
     case Kind::StringList:
         return *static_cast<const QString *>(value);
@@ -44,9 +161,9 @@ QByteArray valueUtf8(const Field &f, const void *value)
 {
     switch (f.kind) {
     case Kind::Double:
-        return QByteArray::number(*static_cast<const double *>(value), 'f', 2);
+        return twoDecimalsUtf8(*static_cast<const double *>(value));
     case Kind::Float:
-        return QByteArray::number(double(*static_cast<const float *>(value)), 'f', 2);
+        return twoDecimalsUtf8(double(*static_cast<const float *>(value)));
     case Kind::Bool:
     case Kind::Int:
     case Kind::Int64:
@@ -72,7 +189,8 @@ void numberFromText(const Field &f, QStringView text, ScalarValue &out)
         out.l = text.toLongLong(nullptr, 10);
         break;
     case Kind::Double:
-        out.d = text.toDouble();
+        if (!parsePlainDecimal(text, out.d))
+            out.d = text.toDouble();
         break;
     case Kind::Float:
         out.f = text.toFloat();
@@ -104,31 +222,6 @@ bool equalsLowered(QStringView text, QLatin1String lower)
             return false;
     }
     return true;
-}
-
-// A plain decimal number: optional minus, digits, optional point and digits.
-// Its value is the same from any exact conversion, so it needs no QString.
-bool parsePlainDecimal(const char *text, int size, double &value)
-{
-    if (size <= 0 || size > 40)
-        return false;
-    int i = text[0] == '-' ? 1 : 0;
-    const int digitsStart = i;
-    while (i < size && text[i] >= '0' && text[i] <= '9')
-        ++i;
-    if (i == digitsStart)
-        return false;
-    if (i < size && text[i] == '.') {
-        const int fraction = ++i;
-        while (i < size && text[i] >= '0' && text[i] <= '9')
-            ++i;
-        if (i == fraction)
-            return false;
-    }
-    if (i != size)
-        return false;
-    const auto result = std::from_chars(text, text + size, value);
-    return result.ec == std::errc() && result.ptr == text + size;
 }
 
 } // namespace
