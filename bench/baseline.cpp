@@ -16,28 +16,6 @@ namespace baseline {
 
 namespace {
 
-// A name table as a hand-written program keeps it: names by index, and a
-// hash from name to index.
-struct Names {
-    QStringList names;
-    QHash<QString, int> index;
-    explicit Names(const QStringList &list) : names(list)
-    {
-        for (int i = list.size() - 1; i >= 0; --i)
-            index.insert(list[i], i);
-    }
-    template <class Rows>
-    static QStringList of(const Rows &rows)
-    {
-        QStringList list;
-        for (const auto &row : rows)
-            list.append(row.Name);
-        return list;
-    }
-    const QString &name(qint8 v) const { return names.at(v); }
-    qint8 find(const QString &text) const { return qint8(index.value(text, -1)); }
-};
-
 using A = HALVANE::Administration;
 using D = HALVANE::MeasurementData;
 using M = HALVANE::ModeManager;

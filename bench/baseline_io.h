@@ -6,10 +6,45 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QDataStream>
 #include <QtCore/QDateTime>
+#include <QtCore/QHash>
 #include <QtCore/QIODevice>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <initializer_list>
 
 namespace baseline {
+
+// A name table as a hand-written program keeps it: names by index, and a
+// hash from name to index (the first row of a name that stands twice).
+struct Names {
+    QStringList names;
+    QHash<QString, int> index;
+    explicit Names(const QStringList &list) : names(list)
+    {
+        for (int i = list.size() - 1; i >= 0; --i)
+            index.insert(list[i], i);
+    }
+    Names(std::initializer_list<const char *> list) : Names(fromUtf8(list)) {}
+    // The names of a library table's rows.
+    template <class Rows>
+    static QStringList of(const Rows &rows)
+    {
+        QStringList list;
+        for (const auto &row : rows)
+            list.append(row.Name);
+        return list;
+    }
+    static QStringList fromUtf8(std::initializer_list<const char *> list)
+    {
+        QStringList names;
+        for (const char *name : list)
+            names.append(QString::fromUtf8(name));
+        return names;
+    }
+    const QString &name(qint8 v) const { return names.at(v); }
+    qint8 find(const QString &text) const { return qint8(index.value(text, -1)); }
+};
 
 inline QString number(double v)
 {

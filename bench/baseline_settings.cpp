@@ -7,9 +7,7 @@
 #include "baseline_io.h"
 
 #include <QtCore/QDataStream>
-#include <QtCore/QHash>
 #include <QtCore/QIODevice>
-#include <QtCore/QStringList>
 #include <QtCore/QXmlStreamReader>
 #include <QtCore/QXmlStreamWriter>
 
@@ -17,21 +15,7 @@ namespace baseline {
 
 namespace {
 
-// ---- Name tables: names by index, and a hash from name to index
-
-struct Names {
-    QStringList names;
-    QHash<QString, int> index;
-    Names(std::initializer_list<const char *> list)
-    {
-        for (const char *name : list)
-            names.append(QString::fromUtf8(name));
-        for (int i = names.size() - 1; i >= 0; --i)
-            index.insert(names[i], i);
-    }
-    const QString &name(qint8 v) const { return names.at(v); }
-    qint8 find(const QString &text) const { return qint8(index.value(text, -1)); }
-};
+// ---- Name tables
 
 #define NAMES(function, ...)                                                                                           \
     const Names &function()                                                                                            \

@@ -3,6 +3,7 @@
 // table (time per document and per item, ratios, memory and allocations);
 // with --quick it runs only the small documents (for CI).
 #include "baseline.h"
+#include "baseline_antenna.h"
 #include "baseline_capabilities.h"
 #include "baseline_settings.h"
 #include "documents.h"
@@ -159,6 +160,10 @@ bool plainEqual(const baseline::ReceiverSettings &a, const baseline::ReceiverSet
 {
     return a == b;
 }
+bool plainEqual(const baseline::AntennaMatrixConfiguration &a, const baseline::AntennaMatrixConfiguration &b)
+{
+    return a == b;
+}
 
 // The first change after a copy, the same on both sides.
 void touch(HALVANE::ModeManager &m) { m.SetDualState(1); }
@@ -171,6 +176,8 @@ void touch(HALVANE::Capabilities &c) { c.GetHardwareOptions().SetGPS(false); }
 void touch(baseline::Capabilities &c) { c.hardwareOptions.gps = false; }
 void touch(HALVANE::ReceiverSettings &r) { r.GetScanSettings().SetStepFrequency(12500); }
 void touch(baseline::ReceiverSettings &r) { r.scanSettings.stepFrequency = 12500; }
+void touch(HALVANE::AntennaMatrixConfiguration &m) { m.GetAuxTimings().GetAuxTiming()[0].SetAuxGuardTime(1); }
+void touch(baseline::AntennaMatrixConfiguration &m) { m.auxTimings.auxTiming[0].auxGuardTime = 1; }
 
 template <class Lib, class Plain>
 void runForm(benchmark::State &state, const std::string &form, bool library, const Lib &lib, const Plain &plain,
@@ -316,6 +323,13 @@ std::vector<Document> makeDocuments(bool quick)
                         runForm<HALVANE::ReceiverSettings, baseline::ReceiverSettings>(
                             s, form, library, lib, plain, documents::receiverSettings,
                             documents::plainReceiverSettings);
+                    }});
+    docs.push_back({"AntennaMatrixConfiguration", 1, [](benchmark::State &s, const std::string &form, bool library) {
+                        static const auto lib = documents::antennaMatrixConfiguration();
+                        static const auto plain = documents::plainAntennaMatrixConfiguration();
+                        runForm<HALVANE::AntennaMatrixConfiguration, baseline::AntennaMatrixConfiguration>(
+                            s, form, library, lib, plain, documents::antennaMatrixConfiguration,
+                            documents::plainAntennaMatrixConfiguration);
                     }});
     std::vector<int> sizes = {1000};
     if (!quick) {

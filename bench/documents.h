@@ -4,6 +4,7 @@
 #define HALVANE_BENCH_DOCUMENTS_H
 
 #include "baseline.h"
+#include "baseline_antenna.h"
 
 #include <halvane/halvane.h>
 
@@ -18,6 +19,13 @@ HALVANE::MeasurementData measurement(int i);
 baseline::ModeManager plainModeManager();
 baseline::Administration plainAdministration();
 baseline::MeasurementResultList plainResults(int count);
+
+// The antenna matrix: six antennas, each with a pattern of 24 to 44 points
+// and every field of its definition and wiring set, eight auxiliary timings
+// and four receive paths; as a library object and as the baseline's struct,
+// from the same values.
+HALVANE::AntennaMatrixConfiguration antennaMatrixConfiguration();
+baseline::AntennaMatrixConfiguration plainAntennaMatrixConfiguration();
 
 } // namespace documents
 

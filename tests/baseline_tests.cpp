@@ -2,6 +2,7 @@
 // bytes for the same documents, and reads the library's output back.
 #include "support.h"
 
+#include "../bench/baseline_antenna.h"
 #include "../bench/baseline_capabilities.h"
 #include "../bench/baseline_settings.h"
 #include "../bench/documents.h"
@@ -63,6 +64,31 @@ void expectLibraryReadsTheBaseline(const Plain &plain, const Lib &library)
     EXPECT_TRUE(fromRaw == library);
 }
 
+// The baseline reads each of the library's forms to the values it was built
+// from, and to the end of the bytes.
+template <class Lib, class Plain>
+void expectBaselineReadsTheLibrary(const Lib &library, const Plain &plain)
+{
+    Plain fromXml, fromTagged, fromRaw;
+    QXmlStreamReader reader(test::xml(library));
+    reader.readNextStartElement();
+    baseline::readXml(reader, fromXml);
+    EXPECT_TRUE(fromXml == plain);
+    const QByteArray tagged = test::tagged(library);
+    QDataStream in(tagged);
+    qint32 length;
+    in >> length;
+    EXPECT_EQ(length, tagged.size() - 4);
+    baseline::readTagged(in, length, fromTagged);
+    EXPECT_TRUE(fromTagged == plain);
+    EXPECT_TRUE(in.atEnd());
+    const QByteArray raw = test::raw(library);
+    QDataStream rawIn(raw);
+    baseline::readRaw(rawIn, fromRaw);
+    EXPECT_TRUE(fromRaw == plain);
+    EXPECT_TRUE(rawIn.atEnd());
+}
+
 } // namespace
 
 TEST(Baseline, WritesTheLibrarysTextAndBytes)
@@ -90,23 +116,7 @@ TEST(Baseline, WritesAndReadsTheLibrarysCapabilities)
                                             "</Capabilities>")))
         << text.toStdString();
 
-    // The baseline reads each of the library's forms to the values it was built from.
-    baseline::Capabilities fromXml, fromTagged, fromRaw;
-    QXmlStreamReader reader(text);
-    reader.readNextStartElement();
-    baseline::readXml(reader, fromXml);
-    EXPECT_TRUE(fromXml == plain);
-    const QByteArray tagged = test::tagged(library);
-    QDataStream in(tagged);
-    qint32 length;
-    in >> length;
-    baseline::readTagged(in, length, fromTagged);
-    EXPECT_TRUE(fromTagged == plain);
-    QDataStream rawIn(raw);
-    baseline::readRaw(rawIn, fromRaw);
-    EXPECT_TRUE(fromRaw == plain);
-    EXPECT_TRUE(rawIn.atEnd());
-
+    expectBaselineReadsTheLibrary(library, plain);
     expectLibraryReadsTheBaseline(plain, library);
 
     // The comparison the bench times looks into the nested structs.
@@ -159,24 +169,7 @@ TEST(Baseline, WritesAndReadsTheLibrarysReceiverSettings)
     EXPECT_EQ(test::hex(tagged.mid(list + 8, 4)), "00 00 00 04");
     EXPECT_EQ(tagged.mid(list + 16, 18), QByteArray::fromHex("6274A6BA 0000000A 00000006") + "Sensor");
 
-    // The baseline reads each of the library's forms to the values it was built from.
-    baseline::ReceiverSettings fromXml, fromTagged, fromRaw;
-    QXmlStreamReader reader(text);
-    reader.readNextStartElement();
-    baseline::readXml(reader, fromXml);
-    EXPECT_TRUE(fromXml == plain);
-    QDataStream in(tagged);
-    qint32 length;
-    in >> length;
-    EXPECT_EQ(length, tagged.size() - 4);
-    baseline::readTagged(in, length, fromTagged);
-    EXPECT_TRUE(fromTagged == plain);
-    EXPECT_TRUE(in.atEnd());
-    QDataStream rawIn(raw);
-    baseline::readRaw(rawIn, fromRaw);
-    EXPECT_TRUE(fromRaw == plain);
-    EXPECT_TRUE(rawIn.atEnd());
-
+    expectBaselineReadsTheLibrary(library, plain);
     expectLibraryReadsTheBaseline(plain, library);
 
     // The baseline reads a prefix given as an element, an empty one as "Sensor".
@@ -202,5 +195,63 @@ TEST(Baseline, WritesAndReadsTheLibrarysReceiverSettings)
     EXPECT_FALSE(changed == plain);
     changed = plain;
     changed.sensorSettings.bandwidthSettings.betaValue = 99.5f;
+    EXPECT_FALSE(changed == plain);
+}
+
+TEST(Baseline, WritesAndReadsTheLibrarysAntennaMatrix)
+{
+    const HALVANE::AntennaMatrixConfiguration library = documents::antennaMatrixConfiguration();
+    const baseline::AntennaMatrixConfiguration plain = documents::plainAntennaMatrixConfiguration();
+    expectSameForms(library, plain);
+
+    // Every class and field is there. Raw: the document's two presence bytes,
+    // its three indices and the selected path as eight bytes; an entry ends
+    // with its index, a pattern with its name.
+    const QByteArray raw = test::raw(library);
+    EXPECT_EQ(test::hex(raw.left(13)), "FF 07 01 02 01 00 00 00 00 00 00 00 03");
+    const QString text = test::xml(library);
+    for (const char *part :
+         {"<AntennaMatrixConfiguration><AntennaControlMode>On</AntennaControlMode>",
+          "<AntennaEntries><AntennaEntry index=\"1\"><AntennaDefinition><FactorDataSet>ANT-2207.fac</FactorDataSet>"
+          "<PolarMode>AUTO</PolarMode>",
+          "<Valid>true</Valid><AntennaPattern name=\"HF loop, pattern 0\">"
+          "<Curve frequency=\"0.50\" attenuation=\"-1.50\" width=\"60.00\"/>",
+          "<InputRoute_SEHF>S/EHF2 (X48)</InputRoute_SEHF><OutputAuxByte>1</OutputAuxByte>",
+          "<Valid>false</Valid>", "<UpperLimit_VUHF>3001.25</UpperLimit_VUHF>",
+          "</AntennaEntries><AuxTimings><AuxTiming index=\"15\"><AuxSwitchingTime>0.02</AuxSwitchingTime>"
+          "<AuxGuardTime>0.50</AuxGuardTime></AuxTiming>",
+          "<AntennaRxPaths><AntennaRxPath index=\"0\"><NAME>Rx path 1</NAME><ROTOR>Rotor north</ROTOR>"}) {
+        EXPECT_TRUE(text.contains(QLatin1String(part))) << part;
+    }
+    EXPECT_EQ(text.count(QLatin1String("<Curve ")), 24 + 28 + 32 + 36 + 40 + 44);
+    EXPECT_TRUE(text.endsWith(QLatin1String("</AntennaRxPath></AntennaRxPaths></AntennaMatrixConfiguration>")));
+
+    // Tagged: the entries' holder is one list record with the count of six;
+    // an entry and a timing start with their index, a pattern with its name.
+    const QByteArray tagged = test::tagged(library);
+    const int entries = tagged.indexOf(QByteArray::fromHex("0DBA964C"));
+    ASSERT_GE(entries, 0);
+    EXPECT_EQ(test::hex(tagged.mid(entries + 8, 4)), "A3 4A 45 94");
+    EXPECT_EQ(test::hex(tagged.mid(entries + 16, 4)), "00 00 00 06");
+    EXPECT_EQ(test::hex(tagged.mid(entries + 24, 16)), "21 28 39 4B 00 00 00 08 00 00 00 00 00 00 00 01");
+    const int pattern = tagged.indexOf(QByteArray::fromHex("47DEEEB2"));
+    ASSERT_GE(pattern, 0);
+    EXPECT_EQ(tagged.mid(pattern + 8, 30), QByteArray::fromHex("CB4CF645 00000016 00000012") + "HF loop, pattern 0");
+
+    expectBaselineReadsTheLibrary(library, plain);
+    expectLibraryReadsTheBaseline(plain, library);
+
+    // The comparison the bench times looks into every list and nested struct.
+    baseline::AntennaMatrixConfiguration changed = plain;
+    changed.antennaEntries.antennaEntry[5].antennaDefinition.antennaPattern.curve[43].width = 1;
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.antennaEntries.antennaEntry[2].antennaConfiguration.inputRouteSEHF = 2;
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.auxTimings.auxTiming[7].index = 0;
+    EXPECT_FALSE(changed == plain);
+    changed = plain;
+    changed.antennaRxPaths.antennaRxPath[3].rotor.clear();
     EXPECT_FALSE(changed == plain);
 }
