@@ -1,12 +1,19 @@
 // halvane_bench: the library against the hand-written baseline on the same
 // documents, every field set, validation on. With --report it prints one
 // table (time per document and per item, ratios, memory and allocations);
-// with --quick it runs only the small documents (for CI).
+// with --quick it runs only the small documents (for CI). Where protobuf was
+// found, the MeasurementResultList documents are also built, serialised and
+// parsed as protobuf messages, for reference.
 #include "baseline.h"
 #include "baseline_antenna.h"
 #include "baseline_capabilities.h"
 #include "baseline_settings.h"
 #include "documents.h"
+#ifdef HALVANE_BENCH_PROTOBUF
+#include "protobuf_documents.h"
+
+#include <google/protobuf/arena.h>
+#endif
 
 #include <halvane/halvane.h>
 
@@ -130,7 +137,64 @@ struct Document {
     std::string name;
     int items;
     std::function<void(benchmark::State &, const std::string &form, bool library)> run;
+    // The same document as protobuf messages (one of kProtobufOps), where it has them.
+    std::function<void(benchmark::State &, const std::string &op)> protobuf = nullptr;
 };
+
+// The protobuf benchmark a row of the table is compared with: the generated
+// setters for "build", SerializeToString for both binary writes and
+// ParseFromString for both binary reads; none for the other forms.
+const char *const kProtobufOps[] = {"build", "serialise", "parse"};
+
+std::string protobufName(const std::string &document, const char *op)
+{
+    return document + " | protobuf " + op;
+}
+
+const char *protobufOp(const std::string &form)
+{
+    if (form == "build")
+        return "build";
+    if (form == "tagged write" || form == "raw write")
+        return "serialise";
+    if (form == "tagged read" || form == "raw read")
+        return "parse";
+    return nullptr;
+}
+
+#ifdef HALVANE_BENCH_PROTOBUF
+// Each iteration makes what the library's loop makes: a fresh list, a fresh
+// byte string, a fresh message to parse into.
+void runProtobuf(benchmark::State &state, const std::string &op, const halvane_bench::MeasurementResultList &list,
+                 int items)
+{
+    qint64 bytes = 0;
+    if (op == "build") {
+        for (auto _ : state) {
+            const halvane_bench::MeasurementResultList object = documents::protobufResults(items);
+            benchmark::DoNotOptimize(&object);
+        }
+    } else if (op == "serialise") {
+        for (auto _ : state) {
+            std::string out;
+            list.SerializeToString(&out);
+            bytes = qint64(out.size());
+            benchmark::DoNotOptimize(out.data());
+        }
+    } else if (op == "parse") {
+        std::string in;
+        list.SerializeToString(&in);
+        bytes = qint64(in.size());
+        for (auto _ : state) {
+            halvane_bench::MeasurementResultList object;
+            if (!object.ParseFromString(in))
+                state.SkipWithError("protobuf could not parse its own bytes");
+            benchmark::DoNotOptimize(&object);
+        }
+    }
+    state.SetBytesProcessed(qint64(state.iterations()) * bytes);
+}
+#endif
 
 bool plainEqual(const baseline::ModeManager &a, const baseline::ModeManager &b)
 {
@@ -348,6 +412,14 @@ std::vector<Document> makeDocuments(bool quick)
                                 s, form, library, doc.first, doc.second, [n] { return documents::results(n); },
                                 [n] { return documents::plainResults(n); });
                         }});
+#ifdef HALVANE_BENCH_PROTOBUF
+        docs.back().protobuf = [n](benchmark::State &s, const std::string &op) {
+            static std::map<int, halvane_bench::MeasurementResultList> cache;
+            if (!cache.count(n))
+                cache[n] = documents::protobufResults(n);
+            runProtobuf(s, op, cache[n], n);
+        };
+#endif
     }
     return docs;
 }
@@ -449,6 +521,39 @@ void printLoadPeak(const HALVANE::MeasurementResultList &list, const char *self)
                 double(QFileInfo(path).size()) / 1e6, peak / 1e6, peak / objects, objects / 1e6);
 }
 
+#ifdef HALVANE_BENCH_PROTOBUF
+// The same million items as protobuf messages: on the heap, each message and
+// string allocated on its own, and on an arena, whose blocks come from the
+// heap too.
+void printProtobufMemory(int n)
+{
+    {
+        const double before = heapInUse();
+        const halvane_bench::MeasurementResultList list = documents::protobufResults(n);
+        std::printf("| heap per filled MeasurementData, protobuf's generated classes on the heap | %.1f bytes |\n",
+                    (heapInUse() - before) / n);
+        const long long copies = g_allocations;
+        halvane_bench::MeasurementResultList copy(list);
+        std::printf("| allocations per item when copying that list, protobuf | %.2f |\n",
+                    double(g_allocations - copies) / n);
+    }
+    {
+        const double before = heapInUse();
+        google::protobuf::Arena arena;
+        auto *list = google::protobuf::Arena::CreateMessage<halvane_bench::MeasurementResultList>(&arena);
+        documents::fillProtobufResults(*list, n);
+        std::printf("| heap per filled MeasurementData, protobuf on an arena | %.1f bytes (%.1f used of the arena's "
+                    "blocks) |\n",
+                    (heapInUse() - before) / n, double(arena.SpaceUsed()) / n);
+    }
+    const int small = 1000;
+    std::printf("| bytes per item of the %d-item list, tagged / raw / protobuf | %.1f / %.1f / %.1f |\n", small,
+                double(libraryTagged(documents::results(small)).size()) / small,
+                double(libraryRaw(documents::results(small)).size()) / small,
+                double(documents::protobufResults(small).ByteSizeLong()) / small);
+}
+#endif
+
 void printMemory(const char *self)
 {
     // Heap per filled MeasurementData: growth while building a million items.
@@ -473,18 +578,69 @@ void printMemory(const char *self)
         benchmark::DoNotOptimize(&l);
     }
     std::printf("| allocations of untouched objects | %lld |\n", g_allocations - untouched);
+#ifdef HALVANE_BENCH_PROTOBUF
+    printProtobufMemory(n);
+#endif
+}
+
+// Name of a benchmark: the library's or the baseline's run of a form, or the
+// protobuf run a form is compared with (empty when there is none).
+std::string benchName(const std::string &document, const std::string &form, const char *side)
+{
+    if (std::string(side) != "protobuf")
+        return document + " | " + form + " | " + side;
+    const char *op = protobufOp(form);
+    return op ? protobufName(document, op) : std::string();
+}
+
+// Time per item at 1 000 000 items over time per item at 1 000, per form and
+// side: the documents grow a thousandfold, the time per item should not.
+void printGrowth(const Collector &collector)
+{
+    const std::string small = "MeasurementResultList/1000", large = "MeasurementResultList/1000000";
+    const double limit = 1.3;
+    if (!collector.times.count(benchName(large, "xml write", "library")))
+        return;
+    std::printf("\n| time per item, 1 000 → 1 000 000 items (≤ %.1f×) | library | baseline | protobuf | library met |\n",
+                limit);
+    std::printf("|---|---:|---:|---:|---|\n");
+    for (const char *form : {"xml write", "xml read", "tagged write", "tagged read", "raw write", "raw read"}) {
+        char text[3][32];
+        double library = 0;
+        int column = 0;
+        for (const char *side : {"library", "baseline", "protobuf"}) {
+            const std::string a = benchName(small, form, side), b = benchName(large, form, side);
+            std::snprintf(text[column], sizeof text[column], "-");
+            if (collector.times.count(a) && collector.times.count(b) && collector.times.at(a) > 0) {
+                const double growth = collector.times.at(b) / (collector.times.at(a) * 1000);
+                std::snprintf(text[column], sizeof text[column], "%.2f×", growth);
+                if (column == 0)
+                    library = growth;
+            }
+            ++column;
+        }
+        std::printf("| %s | %s | %s | %s | %s |\n", form, text[0], text[1], text[2], library <= limit ? "yes" : "no");
+    }
 }
 
 void printReport(const Collector &collector, const std::vector<Document> &docs)
 {
-    std::printf("\nMachine: %s, %s, %d cores; Qt %s\n\n", qPrintable(QSysInfo::prettyProductName()),
+    std::printf("\nMachine: %s, %s, %d cores; Qt %s\n", qPrintable(QSysInfo::prettyProductName()),
                 qPrintable(QSysInfo::currentCpuArchitecture()), int(std::thread::hardware_concurrency()), qVersion());
-    std::printf("| document | form | library µs | baseline µs | library/baseline | ns per item | library MB/s |\n");
-    std::printf("|---|---|---:|---:|---:|---:|---:|\n");
+#ifdef HALVANE_BENCH_PROTOBUF
+    std::printf("protobuf %s (C++ generated from bench/measurements.proto): \"build\" against its setters, the "
+                "binary writes against SerializeToString, the binary reads against ParseFromString\n\n",
+                google::protobuf::internal::VersionString(GOOGLE_PROTOBUF_VERSION).c_str());
+#else
+    std::printf("protobuf was not found when the benchmark was built: its columns are empty\n\n");
+#endif
+    std::printf("| document | form | library µs | baseline µs | library/baseline | ns per item | library MB/s "
+                "| protobuf µs | library/protobuf |\n");
+    std::printf("|---|---|---:|---:|---:|---:|---:|---:|---:|\n");
     for (const Document &doc : docs) {
         for (const char *form : kForms) {
-            const std::string lib = doc.name + " | " + form + " | library";
-            const std::string base = doc.name + " | " + form + " | baseline";
+            const std::string lib = benchName(doc.name, form, "library");
+            const std::string base = benchName(doc.name, form, "baseline");
             if (!collector.times.count(lib))
                 continue;
             const double l = collector.times.at(lib);
@@ -497,10 +653,28 @@ void printReport(const Collector &collector, const std::vector<Document> &docs)
             char baseText[32] = "-";
             if (hasBase)
                 std::snprintf(baseText, sizeof baseText, "%.2f", b);
-            std::printf("| %s | %s | %.2f | %s | %s | %.0f | %s |\n", doc.name.c_str(), form, l, baseText, ratio,
-                        l * 1000 / doc.items, mbs > 0 ? std::to_string(int(mbs)).c_str() : "-");
+            const std::string proto = benchName(doc.name, form, "protobuf");
+            char protoText[32] = "-", protoRatio[32] = "-";
+            if (collector.times.count(proto)) {
+                const double p = collector.times.at(proto);
+                std::snprintf(protoText, sizeof protoText, "%.2f", p);
+                if (p > 0)
+                    std::snprintf(protoRatio, sizeof protoRatio, "%.2f", l / p);
+            }
+            std::printf("| %s | %s | %.2f | %s | %s | %.0f | %s | %s | %s |\n", doc.name.c_str(), form, l, baseText,
+                        ratio, l * 1000 / doc.items, mbs > 0 ? std::to_string(int(mbs)).c_str() : "-", protoText,
+                        protoRatio);
         }
     }
+    printGrowth(collector);
+}
+
+// Microseconds; large documents a fixed, small number of iterations.
+void configure(benchmark::internal::Benchmark *b, int items)
+{
+    b->Unit(benchmark::kMicrosecond);
+    if (items >= 100000)
+        b->Iterations(items >= 1000000 ? 1 : 3);
 }
 
 } // namespace
@@ -531,13 +705,17 @@ int main(int argc, char **argv)
                 if (!library && !baselineHas(form))
                     continue;
                 const std::string name = doc.name + " | " + form + (library ? " | library" : " | baseline");
-                auto *b = benchmark::RegisterBenchmark(name.c_str(), [&doc, form, library](benchmark::State &s) {
-                    doc.run(s, form, library);
-                });
-                b->Unit(benchmark::kMicrosecond);
-                if (doc.items >= 100000)
-                    b->Iterations(doc.items >= 1000000 ? 1 : 3);
+                configure(benchmark::RegisterBenchmark(
+                              name.c_str(), [&doc, form, library](benchmark::State &s) { doc.run(s, form, library); }),
+                          doc.items);
             }
+        }
+        for (const char *op : kProtobufOps) {
+            if (!doc.protobuf)
+                continue;
+            configure(benchmark::RegisterBenchmark(protobufName(doc.name, op).c_str(),
+                                                   [&doc, op](benchmark::State &s) { doc.protobuf(s, op); }),
+                      doc.items);
         }
     }
     Collector collector;

@@ -3,6 +3,7 @@
 # already present are not fetched again.
 set -euo pipefail
 packages=(cmake ninja-build g++ qtbase5-dev qt6-base-dev libqt5svg5-dev qt6-svg-dev libgtest-dev libbenchmark-dev
+  libprotobuf-dev protobuf-compiler
   libxml2-utils doxygen graphviz dpkg-dev file pkg-config "$@")
 missing=()
 for p in "${packages[@]}"; do
