@@ -509,21 +509,42 @@ Document load(const QString &file, const QByteArray &bytes, const QString &forma
     return doc;
 }
 
+namespace {
+
+// GetXmlString in UTF-8. To a file that can be started again it is written
+// as the writer makes it: the declaration comes from a writer on text (one
+// on a device would name the encoding in it), the rest from the same writer
+// turned to the file. A text that UTF-8 cannot hold (a lone surrogate,
+// which toUtf8 writes as '?') stops a writer on a device: then the file is
+// emptied and written once more from the whole text, as is any other output.
+void writeXml(const QUILLET::IQuilletObject &object, QIODevice &out)
+{
+    QFileDevice *file = qobject_cast<QFileDevice *>(&out);
+    if (file && !file->isSequential()) {
+        const qint64 start = file->pos();
+        QString declaration;
+        QXmlStreamWriter writer(&declaration);
+        writer.setAutoFormatting(true);
+        writer.writeStartDocument();
+        file->write(declaration.toUtf8());
+        writer.setDevice(file);
+        object.GetXml(writer);
+        writer.writeEndDocument();
+        if (!writer.hasError() || file->error() != QFileDevice::NoError)
+            return; // done, or a failed write that the caller reports
+        if (!file->seek(start) || !file->resize(start))
+            return;
+    }
+    out.write(object.GetXmlString().toUtf8());
+}
+
+} // namespace
+
 void save(const Document &doc, const QString &format, QIODevice &out)
 {
     try {
         if (format == QLatin1String("xml")) {
-            // GetXmlString in UTF-8, as the writer makes it: the declaration
-            // comes from a writer on text (one on a device would name the
-            // encoding in it), the rest from the same writer on the device.
-            QString declaration;
-            QXmlStreamWriter writer(&declaration);
-            writer.setAutoFormatting(true);
-            writer.writeStartDocument();
-            out.write(declaration.toUtf8());
-            writer.setDevice(&out);
-            doc.object->GetXml(writer);
-            writer.writeEndDocument();
+            writeXml(*doc.object, out);
             return;
         }
         QDataStream stream(&out);

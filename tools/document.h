@@ -132,7 +132,9 @@ struct Document {
 Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate);
 Document load(const Input &in, bool validate);
 /*! The document in a form, as the library writes it, put on \a out as it is
-    made (the library's writers still make each binary form whole first). */
+    made (the library's writers still make each binary form whole first).
+    XML goes out as it is made only to a file that can be started again,
+    else, and for JSON, the text is made whole first. */
 void save(const Document &doc, const QString &format, QIODevice &out);
 
 // ---- A document as a tree of texts
