@@ -174,8 +174,8 @@ public:
         its end, also when the block is refused. The object, the exceptions and
         their messages are those of SetBinaryRepresentation on the same bytes.
         The file is read as a stream: the reader decodes at most a window of
-        1 MiB of it in place and takes the rest value by value from the file's
-        buffer, trusting no length or count beyond the bytes it has got, so
+        1 MiB of it in place and takes the rest value by value from a piece of
+        64 KiB, trusting no length or count beyond the bytes it has got, so
         memory grows with the objects read, not with the file. */
     virtual void LoadBinary(QFile *file);
     /*! Writes GetXmlString as UTF-8, the whole file or nothing. */
