@@ -30,6 +30,8 @@
 
 #include <malloc.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -479,35 +481,28 @@ long peakResidentKb()
 }
 
 // Run in a process of its own (--load-peak FILE), so that nothing the
-// benchmark held before counts: reads the document with LoadXml and prints
-// the peak resident memory it added and the heap its objects hold, in bytes.
+// benchmark held before counts: reads the document with LoadXml (LoadBinary
+// for a file ending in .hvb) and prints the peak resident memory it added
+// and the heap its objects hold, in bytes.
 int loadPeak(const char *file)
 {
     const long start = peakResidentKb();
     const double heapBefore = heapInUse();
     HALVANE::MeasurementResultList list;
-    list.LoadXml(QString::fromLocal8Bit(file));
+    const QString name = QString::fromLocal8Bit(file);
+    if (name.endsWith(QLatin1String(".hvb")))
+        list.LoadBinary(name);
+    else
+        list.LoadXml(name);
     std::printf("%.0f %.0f %d\n", double(peakResidentKb() - start) * 1024, heapInUse() - heapBefore,
                 int(list.GetMeasurementData().size()));
     return 0;
 }
 
-// Writes the list as an XML file, streamed, and has a fresh process of this
-// program read it.
-void printLoadPeak(const HALVANE::MeasurementResultList &list, const char *self)
+// Has a fresh process of this program read a file of the list; prints the
+// row, and gives the heap its objects hold (0 when the child failed).
+double printLoadPeak(const HALVANE::MeasurementResultList &list, const char *self, const QString &path, const char *what)
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("results.xml"));
-    {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return;
-        QXmlStreamWriter writer(&file);
-        writer.setAutoFormatting(true);
-        writer.writeStartDocument();
-        list.GetXml(writer);
-        writer.writeEndDocument();
-    }
     const std::string command = std::string(self) + " --load-peak '" + path.toStdString() + "'";
     FILE *child = popen(command.c_str(), "r");
     double peak = 0, objects = 0;
@@ -516,9 +511,80 @@ void printLoadPeak(const HALVANE::MeasurementResultList &list, const char *self)
     if (child)
         pclose(child);
     if (!ok || items != list.GetMeasurementData().size())
-        return;
-    std::printf("| peak memory of LoadXml on that list as XML (%.0f MB of text) | %.0f MB, %.2f × the %.0f MB its objects hold |\n",
+        return 0;
+    std::printf("| peak memory of %s (%.0f MB) | %.0f MB, %.2f × the %.0f MB its objects hold |\n", what,
                 double(QFileInfo(path).size()) / 1e6, peak / 1e6, peak / objects, objects / 1e6);
+    return objects;
+}
+
+#ifdef HALVANE_TOOL
+// Run in a process of its own (--convert-peak IN OUT): forks, has the child
+// run the tool's convert, and prints the child's peak resident memory as
+// wait4 reports it, in bytes. A child that this small process forks starts
+// from its small peak; one started straight from the benchmark would be
+// credited with the benchmark's peak at its exec.
+int convertPeak(char *in, char *out)
+{
+    char tool[] = HALVANE_TOOL, convert[] = "convert";
+    char *argv[] = {tool, convert, in, out, nullptr};
+    const pid_t pid = fork();
+    if (pid == 0) {
+        execv(tool, argv);
+        _exit(127);
+    }
+    int status = 0;
+    struct rusage usage;
+    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return 1;
+    std::printf("%.0f\n", double(usage.ru_maxrss) * 1024);
+    return 0;
+}
+
+// Has a fresh process of this program measure the tool converting \a in to
+// \a out; prints the row.
+void printConvertPeak(const char *self, const QString &in, const QString &out, double objects)
+{
+    const std::string command =
+        std::string(self) + " --convert-peak '" + in.toStdString() + "' '" + out.toStdString() + "'";
+    FILE *child = popen(command.c_str(), "r");
+    double peak = 0;
+    const bool ok = child && std::fscanf(child, "%lf", &peak) == 1;
+    if (child)
+        pclose(child);
+    if (!ok)
+        return;
+    std::printf("| peak memory of `halvane convert` %s → %s (%.0f MB in, %.0f MB out) | %.0f MB, %.2f × the objects |\n",
+                qPrintable(QFileInfo(in).suffix()), qPrintable(QFileInfo(out).suffix()), double(QFileInfo(in).size()) / 1e6,
+                double(QFileInfo(out).size()) / 1e6, peak / 1e6, objects > 0 ? peak / objects : 0.0);
+}
+#endif
+
+// Writes the list as an XML file (streamed) and as a binary file, has fresh
+// processes of this program read them, and the tool convert between them.
+void printLoadPeaks(const HALVANE::MeasurementResultList &list, const char *self)
+{
+    QTemporaryDir dir;
+    const QString xml = dir.filePath(QStringLiteral("results.xml"));
+    const QString binary = dir.filePath(QStringLiteral("results.hvb"));
+    {
+        QFile file(xml);
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        QXmlStreamWriter writer(&file);
+        writer.setAutoFormatting(true);
+        writer.writeStartDocument();
+        list.GetXml(writer);
+        writer.writeEndDocument();
+    }
+    list.SaveBinary(binary);
+    const double objects = printLoadPeak(list, self, xml, "LoadXml on that list as XML");
+    printLoadPeak(list, self, binary, "LoadBinary on that list in the tagged form");
+#ifdef HALVANE_TOOL
+    printConvertPeak(self, xml, dir.filePath(QStringLiteral("converted.hvb")), objects);
+    printConvertPeak(self, binary, dir.filePath(QStringLiteral("converted.xml")), objects);
+#else
+    Q_UNUSED(objects);
+#endif
 }
 
 #ifdef HALVANE_BENCH_PROTOBUF
@@ -567,7 +633,7 @@ void printMemory(const char *self)
         const long long copies = g_allocations;
         HALVANE::MeasurementResultList copy(list);
         std::printf("| allocations per item when copying that list | %.2f |\n", double(g_allocations - copies) / n);
-        printLoadPeak(list, self);
+        printLoadPeaks(list, self);
     }
     const long long untouched = g_allocations;
     {
@@ -688,6 +754,10 @@ int main(int argc, char **argv)
         const std::string arg = argv[i];
         if (arg == "--load-peak" && i + 1 < argc)
             return loadPeak(argv[i + 1]);
+#ifdef HALVANE_TOOL
+        if (arg == "--convert-peak" && i + 2 < argc)
+            return convertPeak(argv[i + 1], argv[i + 2]);
+#endif
         if (arg == "--report")
             report = true;
         else if (arg == "--quick")

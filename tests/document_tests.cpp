@@ -4,9 +4,14 @@
 
 #include "base/binaryheader.h"
 
+#include "../bench/documents.h"
+
+#include <QtCore/QFileInfo>
 #include <QtCore/QRandomGenerator>
+#include <QtCore/QSaveFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimeZone>
+#include <QtCore/QtEndian>
 
 using namespace HALVANE;
 using test::expectThrow;
@@ -174,6 +179,126 @@ TEST(Documents, Files)
     } catch (const QuilletException &e) {
         EXPECT_TRUE(e.GetMessage().startsWith(QStringLiteral("ModeManager: cannot read file '%1': ").arg(missing)));
     }
+}
+
+namespace {
+
+// What reading a block did: the exception's kind and text, and the object as
+// it was left, in its binary form with validation off.
+std::string outcome(MeasurementResultList &object, const std::function<void()> &read)
+{
+    std::string result = "read";
+    try {
+        read();
+    } catch (const BinaryParsingException &e) {
+        result = "BinaryParsingException: " + e.GetMessage().toStdString();
+    } catch (const QuilletException &e) {
+        result = "QuilletException: " + e.GetMessage().toStdString();
+    }
+    object.SetValidate(false);
+    const QByteArray left = object.GetBinaryRepresentationAsQByteArray();
+    return result + " | " + std::to_string(left.size()) + " bytes, hash " + std::to_string(qHash(left));
+}
+
+void writeBytes(const QString &name, const QByteArray &bytes)
+{
+    QSaveFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    ASSERT_TRUE(file.commit());
+}
+
+} // namespace
+
+// LoadBinary reads a file through a window of 1 MiB and the stream beyond it,
+// SetBinaryRepresentation a block in memory: both must leave the same object
+// and throw the same exception with the same text for every block, also where
+// a fault lies beyond the window; an open file is read from its position and
+// left open at its end, a closed one closed again, whatever the outcome.
+TEST(Documents, LoadBinaryReadsAFileAsTheBlockInMemory)
+{
+    QTemporaryDir dir;
+    const QByteArray small = test::example<MeasurementResultList>().GetBinaryRepresentationAsQByteArray();
+    const QByteArray large = documents::results(12000).GetBinaryRepresentationAsQByteArray();
+    ASSERT_GT(large.size(), 2 << 20); // well past the window
+    QByteArray longObject = small;
+    qToBigEndian<qint32>(0x7FFFFFFF, longObject.data() + 8);
+    // A list that claims two thousand million items, of which a few follow.
+    const int count = int(large.indexOf(QByteArray::fromHex("00002EE0"), 12)); // 12000, the list's count
+    ASSERT_GT(count, 12);
+    const QByteArray manyItems = large.left(count) + QByteArray::fromHex("7FFFFFFF") + large.mid(count + 4, 400);
+    const struct {
+        const char *name;
+        QByteArray bytes;
+    } inputs[] = {
+        {"small", small},
+        {"large", large},
+        {"empty", QByteArray()},
+        {"header cut", small.left(6)},
+        {"header only", small.left(12)},
+        {"small cut", small.left(small.size() - 1)},
+        {"large cut in the window", large.left(1 << 19)},
+        {"large cut beyond the window", large.left(large.size() - 1000)},
+        {"large cut by a byte", large.left(large.size() - 1)},
+        {"trailing bytes", small + "xy"},
+        {"trailing bytes beyond the window", large + QByteArray(70000, 'z')},
+        {"another class", fullModeManager().GetBinaryRepresentationAsQByteArray()},
+        {"bad magic", QByteArray("HVB2") + small.mid(4)},
+        {"object longer than the file", longObject},
+        {"list count beyond the bytes", manyItems},
+    };
+    const QString name = dir.filePath(QStringLiteral("in.hvb"));
+    const QString prefixed = dir.filePath(QStringLiteral("prefixed.hvb"));
+    for (const auto &input : inputs) {
+        SCOPED_TRACE(input.name);
+        writeBytes(name, input.bytes);
+        writeBytes(prefixed, "lead:" + input.bytes);
+        MeasurementResultList inMemory, byName, closed, open;
+        const std::string expected = outcome(inMemory, [&] { inMemory.SetBinaryRepresentation(input.bytes); });
+        EXPECT_EQ(outcome(byName, [&] { byName.LoadBinary(name); }), expected);
+        QFile closedFile(name);
+        EXPECT_EQ(outcome(closed, [&] { static_cast<QUILLET::IQuilletObject &>(closed).LoadBinary(&closedFile); }), expected);
+        EXPECT_FALSE(closedFile.isOpen());
+        QFile openFile(prefixed);
+        ASSERT_TRUE(openFile.open(QIODevice::ReadOnly));
+        ASSERT_TRUE(openFile.seek(5));
+        EXPECT_EQ(outcome(open, [&] { static_cast<QUILLET::IQuilletObject &>(open).LoadBinary(&openFile); }), expected);
+        EXPECT_TRUE(openFile.isOpen());
+        EXPECT_TRUE(openFile.atEnd());
+    }
+    const QString missing = dir.filePath(QStringLiteral("missing.hvb"));
+    expectThrow<QuilletException>([&] { MeasurementResultList().LoadBinary(missing); },
+                                  QStringLiteral("MeasurementResultList: cannot read file '%1': No such file or directory").arg(missing));
+}
+
+// The file is not read into memory whole: no block that malloc hands out
+// while a document of several megabytes is read comes near the file's size.
+// Its items carry texts of 1 500 characters, so that the vector of the items
+// (32 bytes an item) stays small beside them; what is left is the reader's
+// window of a little over 1 MiB (2 MiB where Qt 6 peeks it into QIODevice's
+// buffer).
+TEST(Documents, LoadBinaryHoldsNoCopyOfTheFile)
+{
+    QTemporaryDir dir;
+    const QString name = dir.filePath(QStringLiteral("results.hvb"));
+    MeasurementResultList original = documents::results(16000);
+    int i = 0;
+    for (MeasurementData &d : original.GetMeasurementData())
+        d.GetMeasurementResult().SetStringResult(QString(1500, QLatin1Char('x')) + QString::number(i++));
+    const QByteArray block = original.GetBinaryRepresentationAsQByteArray();
+    writeBytes(name, block);
+    const qint64 size = block.size();
+    ASSERT_GT(size, 24 << 20);
+    MeasurementResultList back;
+    const long long largest = test::largestAllocation([&] { back.LoadBinary(name); });
+    EXPECT_EQ(back.GetBinaryRepresentationAsQByteArray(), block);
+    if (largest < 0)
+        GTEST_SKIP() << "malloc belongs to the sanitizer in this build";
+    EXPECT_LT(largest, size / 8) << "file of " << size << " bytes";
+    // The watch itself sees a copy of the file where there is one.
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_GE(test::largestAllocation([&] { back.SetBinaryRepresentation(file.readAll()); }), size);
 }
 
 TEST(Documents, BinaryRepresentationHeader)

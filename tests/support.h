@@ -21,6 +21,12 @@ namespace test {
 /*! Number of operator new calls so far in this thread. */
 long long allocations();
 
+/*! The largest block that malloc, calloc or realloc handed to this thread
+    while \a body ran (Qt's arrays and strings come from there, the objects
+    through operator new); -1 where it cannot be told, in a build whose
+    sanitizer owns malloc. */
+long long largestAllocation(const std::function<void()> &body);
+
 inline std::string hex(const QByteArray &bytes)
 {
     return bytes.toHex(' ').toUpper().toStdString();

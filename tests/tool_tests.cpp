@@ -3,11 +3,15 @@
 // xmllint, and bad input.
 #include "support.h"
 
+#include "../bench/documents.h"
+#include "base/binaryheader.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimeZone>
+#include <QtCore/QtEndian>
 
 using namespace HALVANE;
 
@@ -78,6 +82,44 @@ TEST(Tool, ConvertsEveryExampleThroughAllForms)
                              readAll(examples() + QStringLiteral("/ModeManager.hvb")));
     EXPECT_EQ(piped.code, 0);
     EXPECT_EQ(piped.out.toUtf8(), readAll(examples() + QStringLiteral("/ModeManager.xml")));
+}
+
+// The XML the tool writes is GetXmlString in UTF-8, to a file (written as it
+// is made) as to standard output, also for a text that UTF-8 cannot hold: a
+// lone surrogate, which only the raw form carries, becomes '?', where a
+// writer on a device stops; the file, some hundred kilobytes written by
+// then, is written once more.
+TEST(Tool, XmlOutputIsTheLibrarysTextInUtf8)
+{
+    QTemporaryDir dir;
+    MeasurementResultList list = documents::results(2000);
+    list.GetMeasurementData().last().GetMeasurementResult().SetStringResult(
+        QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b \U0001F600"));
+    list.SetValidate(false);
+    QByteArray raw("HVR1");
+    raw.resize(8);
+    qToBigEndian<quint32>(quint32(list.GetObjectType()), raw.data() + 4);
+    {
+        QBuffer buffer(&raw);
+        buffer.open(QIODevice::WriteOnly | QIODevice::Append);
+        QDataStream stream(&buffer);
+        QUILLET::pinStream(stream);
+        list.GetVersionSpecificBinaryWithoutValidation(stream);
+    }
+    const QString in = dir.filePath(QStringLiteral("lone.hvr")), out = dir.filePath(QStringLiteral("lone.xml"));
+    QFile file(in);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(raw);
+    file.close();
+    const QByteArray expected = list.GetXmlString().toUtf8();
+    ASSERT_TRUE(expected.contains("a?b \xF0\x9F\x98\x80"));
+    ASSERT_GT(expected.size(), 100000);
+    EXPECT_EQ(run({QStringLiteral("convert"), QStringLiteral("--force"), in, out}).code, 0);
+    EXPECT_EQ(readAll(out), expected);
+    const Result piped = run({QStringLiteral("convert"), QStringLiteral("--force"), in, QStringLiteral("-"), QStringLiteral("--to"),
+                              QStringLiteral("xml")});
+    EXPECT_EQ(piped.code, 0);
+    EXPECT_EQ(piped.out.toUtf8(), expected);
 }
 
 TEST(Tool, ValidateReportsEachFile)

@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
 using namespace HALVANE;
 
@@ -101,36 +102,89 @@ QString formatOf(const QString &file, const QString &given, const QByteArray *in
     return format;
 }
 
-QByteArray readInput(const QString &file)
+namespace {
+
+QByteArray readAllOf(const QString &file, QFile &f)
 {
-    QFile f;
-    const bool ok = file == QLatin1String("-") ? f.open(stdin, QIODevice::ReadOnly) : (f.setFileName(file), f.open(QIODevice::ReadOnly));
-    if (!ok)
-        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
     const QByteArray bytes = f.readAll();
     if (f.error() != QFileDevice::NoError)
         throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
     return bytes;
 }
 
-void writeOutput(const QString &file, const QByteArray &bytes)
+} // namespace
+
+QByteArray readInput(const QString &file)
+{
+    QFile f;
+    const bool ok = file == QLatin1String("-") ? f.open(stdin, QIODevice::ReadOnly) : (f.setFileName(file), f.open(QIODevice::ReadOnly));
+    if (!ok)
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
+    return readAllOf(file, f);
+}
+
+namespace {
+
+// Standard output as a device for the writers: every write goes through
+// writeOut; the first failure stops the writing and is kept for the end.
+class StandardOutput : public QIODevice
+{
+public:
+    StandardOutput() { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+    bool isSequential() const override { return true; }
+    const QStringList &failure() const { return m_failure; }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        if (!m_failure.isEmpty())
+            return -1;
+        try {
+            writeOut(QByteArray::fromRawData(data, int(size)));
+        } catch (const DocumentError &e) {
+            m_failure = e.lines;
+            return -1;
+        }
+        return size;
+    }
+
+private:
+    QStringList m_failure;
+};
+
+} // namespace
+
+void writeOutput(const QString &file, const std::function<void(QIODevice &)> &write)
 {
     if (file == QLatin1String("-")) {
-        writeOut(bytes);
+        StandardOutput out;
+        write(out);
+        if (!out.failure().isEmpty())
+            throw DocumentError(out.failure());
         return;
     }
     const QFileInfo info(file);
     if (info.exists() && !info.isFile()) {
         // A device or a pipe: there is nothing to rename over.
         QFile f(file);
-        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.flush())
+        if (f.open(QIODevice::WriteOnly))
+            write(f);
+        if (!f.isOpen() || f.error() != QFileDevice::NoError || !f.flush())
             throw DocumentError(QStringLiteral("%1: cannot write: %2").arg(file, f.errorString()));
         return;
     }
     // Written to a temporary file and renamed: no partial output is left.
     QSaveFile f(file);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit())
+    if (f.open(QIODevice::WriteOnly))
+        write(f);
+    if (!f.isOpen() || f.error() != QFileDevice::NoError || !f.commit())
         throw DocumentError(QStringLiteral("%1: cannot write: %2").arg(file, f.errorString()));
+}
+
+void writeOutput(const QString &file, const QByteArray &bytes)
+{
+    writeOutput(file, [&bytes](QIODevice &out) { out.write(bytes); });
 }
 
 namespace {
@@ -250,10 +304,46 @@ Input openInput(const QString &file, const QString &given)
             in.format = format;
             return in;
         }
+        if (format == QLatin1String("hvb") || format == QLatin1String("hvr")) {
+            std::unique_ptr<QFile> f(new QFile(file));
+            if (!f->open(QIODevice::ReadOnly))
+                throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f->errorString()));
+            in.format = format;
+            if (f->isSequential())
+                in.bytes = readAllOf(file, *f); // a pipe, say: read once, whole
+            else
+                in.binary = std::move(f);
+            return in;
+        }
     }
     in.bytes = readInput(file);
     in.format = formatOf(file, given, &in.bytes);
     return in;
+}
+
+InputBytes::InputBytes(const Input &in)
+{
+    if (!in.binary) {
+        m_bytes = in.bytes;
+        return;
+    }
+    QFile &f = *in.binary;
+    const qint64 size = f.size();
+    if (size > 0 && size < qint64(std::numeric_limits<int>::max()) && (m_map = f.map(0, size))) {
+        m_mapped = &f;
+        m_bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(m_map), int(size));
+        return;
+    }
+    if (!f.seek(0))
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(in.file, f.errorString()));
+    m_bytes = readAllOf(in.file, f);
+}
+
+InputBytes::~InputBytes()
+{
+    m_bytes = QByteArray();
+    if (m_mapped)
+        m_mapped->unmap(m_map);
 }
 
 namespace {
@@ -330,15 +420,57 @@ void loadXml(Document &doc, XmlFile &xml, bool validate)
     doc.object->LoadXml(&xml.rewound());
 }
 
+// What the binary forms' header gives: the class of a document in the form
+// whose magic \a head starts with, named by the next four bytes.
+const schema::Class *classOfHeader(const QString &file, const QByteArray &head, const QString &format)
+{
+    const bool tagged = format == QLatin1String("hvb");
+    if (head.size() < 8 || !head.startsWith(tagged ? QByteArray(QUILLET::kBinaryMagic, 4) : QByteArray(kRawMagic, 4)))
+        throw DocumentError(tagged ? QStringLiteral("%1: not a binary document (no HVB1 header)").arg(file)
+                                   : QStringLiteral("%1: not a raw document (no HVR1 header)").arg(file));
+    return classOfId(file, qFromBigEndian<quint32>(head.constData() + 4));
+}
+
+// The raw form behind its header, from where the stream stands to its end.
+void readRawForm(Document &doc, const QString &file, QDataStream &in)
+{
+    QUILLET::pinStream(in);
+    doc.cls->readRaw(*doc.object, in);
+    if (in.status() != QDataStream::Ok)
+        throw DocumentError(QStringLiteral("%1: the raw form is truncated or corrupt").arg(file));
+    if (!in.atEnd())
+        throw DocumentError(QStringLiteral("%1: bytes left after the raw form").arg(file));
+}
+
+// A binary file read where it lies, by the library's readers on the file.
+void loadBinary(Document &doc, const QString &file, QFile &f, const QString &format, bool validate)
+{
+    if (!f.seek(0))
+        throw DocumentError(QStringLiteral("%1: cannot read: %2").arg(file, f.errorString()));
+    doc.cls = classOfHeader(file, f.peek(8), format);
+    doc.object = doc.cls->create();
+    doc.object->SetValidate(validate);
+    if (format == QLatin1String("hvb")) {
+        doc.object->LoadBinary(&f);
+        return;
+    }
+    f.seek(8);
+    QDataStream in(&f);
+    readRawForm(doc, file, in);
+}
+
 } // namespace
 
 Document load(const Input &in, bool validate)
 {
-    if (!in.xml)
+    if (!in.xml && !in.binary)
         return load(in.file, in.bytes, in.format, validate);
     Document doc;
     try {
-        loadXml(doc, *in.xml, validate);
+        if (in.xml)
+            loadXml(doc, *in.xml, validate);
+        else
+            loadBinary(doc, in.file, *in.binary, in.format, validate);
     } catch (const QuilletRootException &e) {
         throw DocumentError(QStringLiteral("%1: %2").arg(in.file, e.GetMessage()));
     }
@@ -360,26 +492,16 @@ Document load(const QString &file, const QByteArray &bytes, const QString &forma
                 text = QString::fromUtf8(bytes);
             }
             loadXml(doc, file, text, validate);
-        } else if (format == QLatin1String("hvb")) {
-            if (bytes.size() < 8 || !bytes.startsWith(QByteArray(QUILLET::kBinaryMagic, 4)))
-                throw DocumentError(QStringLiteral("%1: not a binary document (no HVB1 header)").arg(file));
-            doc.cls = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
-            doc.object = doc.cls->create();
-            doc.object->SetValidate(validate);
-            doc.object->SetBinaryRepresentation(bytes);
         } else {
-            if (bytes.size() < 8 || !bytes.startsWith(QByteArray(kRawMagic, 4)))
-                throw DocumentError(QStringLiteral("%1: not a raw document (no HVR1 header)").arg(file));
-            doc.cls = classOfId(file, qFromBigEndian<quint32>(bytes.constData() + 4));
+            doc.cls = classOfHeader(file, bytes, format);
             doc.object = doc.cls->create();
             doc.object->SetValidate(validate);
-            QDataStream in(bytes.mid(8));
-            QUILLET::pinStream(in);
-            doc.cls->readRaw(*doc.object, in);
-            if (in.status() != QDataStream::Ok)
-                throw DocumentError(QStringLiteral("%1: the raw form is truncated or corrupt").arg(file));
-            if (!in.atEnd())
-                throw DocumentError(QStringLiteral("%1: bytes left after the raw form").arg(file));
+            if (format == QLatin1String("hvb")) {
+                doc.object->SetBinaryRepresentation(bytes);
+            } else {
+                QDataStream in(bytes.mid(8));
+                readRawForm(doc, file, in);
+            }
         }
     } catch (const QuilletRootException &e) {
         throw DocumentError(QStringLiteral("%1: %2").arg(file, e.GetMessage()));
@@ -387,23 +509,57 @@ Document load(const QString &file, const QByteArray &bytes, const QString &forma
     return doc;
 }
 
-QByteArray save(const Document &doc, const QString &format)
+namespace {
+
+// GetXmlString in UTF-8. To a file that can be started again it is written
+// as the writer makes it: the declaration comes from a writer on text (one
+// on a device would name the encoding in it), the rest from the same writer
+// turned to the file. A text that UTF-8 cannot hold (a lone surrogate,
+// which toUtf8 writes as '?') stops a writer on a device: then the file is
+// emptied and written once more from the whole text, as is any other output.
+void writeXml(const QUILLET::IQuilletObject &object, QIODevice &out)
+{
+    QFileDevice *file = qobject_cast<QFileDevice *>(&out);
+    if (file && !file->isSequential()) {
+        const qint64 start = file->pos();
+        QString declaration;
+        QXmlStreamWriter writer(&declaration);
+        writer.setAutoFormatting(true);
+        writer.writeStartDocument();
+        file->write(declaration.toUtf8());
+        writer.setDevice(file);
+        object.GetXml(writer);
+        writer.writeEndDocument();
+        if (!writer.hasError() || file->error() != QFileDevice::NoError)
+            return; // done, or a failed write that the caller reports
+        if (!file->seek(start) || !file->resize(start))
+            return;
+    }
+    out.write(object.GetXmlString().toUtf8());
+}
+
+} // namespace
+
+void save(const Document &doc, const QString &format, QIODevice &out)
 {
     try {
-        if (format == QLatin1String("xml"))
-            return doc.object->GetXmlString().toUtf8();
-        if (format == QLatin1String("hvb"))
-            return doc.object->GetBinaryRepresentationAsQByteArray();
-        if (format == QLatin1String("json"))
-            return jsonOf(treeOf(doc));
-        QByteArray bytes(kRawMagic, 4);
-        bytes.resize(8);
-        qToBigEndian(doc.cls->id, bytes.data() + 4);
-        QDataStream out(&bytes, QIODevice::WriteOnly);
-        QUILLET::pinStream(out);
-        out.device()->seek(8);
-        doc.cls->writeRaw(*doc.object, out);
-        return bytes;
+        if (format == QLatin1String("xml")) {
+            writeXml(*doc.object, out);
+            return;
+        }
+        QDataStream stream(&out);
+        QUILLET::pinStream(stream);
+        if (format == QLatin1String("hvb")) {
+            doc.object->GetBinaryRepresentation(stream);
+        } else if (format == QLatin1String("json")) {
+            out.write(jsonOf(treeOf(doc)));
+        } else {
+            char head[8];
+            std::memcpy(head, kRawMagic, 4);
+            qToBigEndian(doc.cls->id, head + 4);
+            stream.writeRawData(head, 8);
+            doc.cls->writeRaw(*doc.object, stream);
+        }
     } catch (const QuilletRootException &e) {
         throw DocumentError(e.GetMessage());
     }

@@ -1,7 +1,8 @@
 // The tool's reading and writing of documents and files, shared by its
-// commands: the forms by name or by their first bytes, whole-file output,
-// checked writes, and a document as a tree of element texts (the XML form as
-// the library writes it), on which the JSON form and diff are built.
+// commands: the forms by name or by their first bytes, whole-file output
+// written as it is made, checked writes, and a document as a tree of element
+// texts (the XML form as the library writes it), on which the JSON form and
+// diff are built.
 #ifndef HALVANE_TOOLS_DOCUMENT_H
 #define HALVANE_TOOLS_DOCUMENT_H
 
@@ -13,6 +14,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
+#include <functional>
 #include <memory>
 
 namespace tool {
@@ -51,7 +53,11 @@ QString detectFormat(const QByteArray &bytes);
 
 QByteArray readInput(const QString &file);
 /*! Writes the whole file or nothing; "-" is standard output. A device or
-    other file that is not a regular one is written in place. */
+    other file that is not a regular one is written in place. \a write puts
+    the output on the device as it is made (a regular file goes through a
+    QSaveFile, renamed over the file once it is whole); the first failure is
+    reported when it is done, with the system's text. */
+void writeOutput(const QString &file, const std::function<void(QIODevice &)> &write);
 void writeOutput(const QString &file, const QByteArray &bytes);
 
 /*! An XML document file that is read from the disk in pieces, never whole.
@@ -84,13 +90,33 @@ private:
     qint64 m_doctype = -1;
 };
 
-/*! The input of a command: a plain XML file stays on the disk (xml), any
-    other input is read whole (bytes). */
+/*! The input of a command: a plain XML file (xml) and a binary file that
+    can seek (binary, open for reading) stay on the disk, any other input is
+    read whole (bytes). */
 struct Input {
     QString file;
     QString format;
     QByteArray bytes;
     std::unique_ptr<XmlFile> xml;
+    std::unique_ptr<QFile> binary;
+};
+
+/*! The bytes of an input held whole, or of a binary file mapped read-only
+    for as long as the view lives (the pages are the system's cache of the
+    file, given back with the view; a file that cannot be mapped is read). */
+class InputBytes
+{
+public:
+    explicit InputBytes(const Input &in);
+    ~InputBytes();
+    InputBytes(const InputBytes &) = delete;
+    InputBytes &operator=(const InputBytes &) = delete;
+    const QByteArray &bytes() const { return m_bytes; }
+
+private:
+    QFile *m_mapped = nullptr;
+    uchar *m_map = nullptr;
+    QByteArray m_bytes;
 };
 
 /*! Reads or opens \a file, in the form \a given or that formatOf tells. */
@@ -105,8 +131,11 @@ struct Document {
     Faults are one line each, starting with the file's name. */
 Document load(const QString &file, const QByteArray &bytes, const QString &format, bool validate);
 Document load(const Input &in, bool validate);
-/*! The document in a form, as the library writes it. */
-QByteArray save(const Document &doc, const QString &format);
+/*! The document in a form, as the library writes it, put on \a out as it is
+    made (the library's writers still make each binary form whole first).
+    XML goes out as it is made only to a file that can be started again,
+    else, and for JSON, the text is made whole first. */
+void save(const Document &doc, const QString &format, QIODevice &out);
 
 // ---- A document as a tree of texts
 

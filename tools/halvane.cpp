@@ -224,7 +224,7 @@ int run(const Command &command, const Options &o)
                 throw DocumentError(faults);
             doc.object->SetValidate(false);
         }
-        writeOutput(out, save(doc, to));
+        writeOutput(out, [&doc, &to](QIODevice &device) { save(doc, to, device); });
         return 0;
     }
     if (name == QLatin1String("validate")) {
@@ -312,7 +312,7 @@ int run(const Command &command, const Options &o)
         const QString xml = o.count < 0 ? schema::exampleXml(*c) : schema::exampleXml(*c, o.count);
         const Document doc = load(c->name, xml.toUtf8(), QStringLiteral("xml"), true);
         doc.object->Check();
-        writeOutput(out, save(doc, to));
+        writeOutput(out, [&doc, &to](QIODevice &device) { save(doc, to, device); });
         return 0;
     }
     if (name == QLatin1String("help")) {

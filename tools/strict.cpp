@@ -601,16 +601,19 @@ QStringList strictProblems(const Input &in)
 {
     const QString &file = in.file;
     const QString &format = in.format;
-    const QByteArray &bytes = in.bytes;
     if (in.xml)
         return XmlCheck(*in.xml).run();
     if (format == QLatin1String("xml"))
-        return XmlCheck(file, bytes).run();
+        return XmlCheck(file, in.bytes).run();
     if (format == QLatin1String("json")) {
         QStringList problems;
-        xmlOfJson(file, bytes, true, problems);
+        xmlOfJson(file, in.bytes, true, problems);
         return problems;
     }
+    // The walks look at the bytes where they lie: a binary file's mapping
+    // is given back when the check is done, before the document is read.
+    const InputBytes view(in);
+    const QByteArray &bytes = view.bytes();
     if (bytes.size() < 8)
         return QStringList();
     const schema::Class *c = schema::findClassById(qFromBigEndian<quint32>(bytes.constData() + 4));
@@ -624,7 +627,7 @@ QStringList strictProblems(const Input &in)
             return QStringList();
         BinaryCheck check(file, 12, false);
         check.beginObject(c, -12, length);
-        if (!schema::walkTagged(c, bytes.mid(12, length), QDataStream::BigEndian, check))
+        if (!schema::walkTagged(c, QByteArray::fromRawData(bytes.constData() + 12, length), QDataStream::BigEndian, check))
             return QStringList(); // the reader names the fault of lengths
         check.endObject();
         return check.problems;
@@ -632,7 +635,8 @@ QStringList strictProblems(const Input &in)
     if (!bytes.startsWith("HVR1"))
         return QStringList();
     BinaryCheck check(file, 8, true);
-    if (!schema::walkRaw(*c, bytes.mid(8), QUILLET::kBinaryStreamVersion, QDataStream::BigEndian, check))
+    if (!schema::walkRaw(*c, QByteArray::fromRawData(bytes.constData() + 8, bytes.size() - 8), QUILLET::kBinaryStreamVersion,
+                         QDataStream::BigEndian, check))
         return QStringList();
     return check.problems;
 }

@@ -517,9 +517,11 @@ QString hex8(quint32 value)
     return QStringLiteral("%1").arg(value, 8, 16, QLatin1Char('0')).toUpper();
 }
 
-// What is left of a file: a closed file is opened for reading and closed
-// again, an open one is read from where it stands and stays open.
-QByteArray readFile(const IQuilletObject &object, QFile *file)
+// Runs \a read on a file as the file operations take it: a closed file is
+// opened for reading and closed again, also when \a read throws; an open one
+// is read from where it stands and stays open.
+template <class Read>
+void withReadableFile(const IQuilletObject &object, QFile *file, Read read)
 {
     if (!file)
         throw QuilletException(QStringLiteral("%1: no file to read").arg(object.GetObjectName()));
@@ -527,20 +529,114 @@ QByteArray readFile(const IQuilletObject &object, QFile *file)
         if (!file->isReadable())
             throw QuilletException(QStringLiteral("%1: cannot read file '%2': it is not open for reading")
                                        .arg(object.GetObjectName(), file->fileName()));
-        return file->readAll();
+        read(*file);
+        return;
     }
     if (!file->open(QIODevice::ReadOnly))
         throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
                                    .arg(object.GetObjectName(), file->fileName(), file->errorString()));
-    const QByteArray bytes = file->readAll();
-    file->close();
-    return bytes;
+    struct Closer {
+        QFile *file;
+        ~Closer() { file->close(); }
+    } closer{file};
+    read(*file);
 }
 
-QByteArray readFile(const IQuilletObject &object, const QString &fileName)
+// The rest of a file from where it stands, as a device that reads forward
+// only. The tagged reader decodes in place what a device has at hand and
+// takes the rest from the stream value by value, but takes the whole object
+// into memory first from a device that can seek; through this device it
+// holds at most a window of the file. The reads value by value come from a
+// piece of the file held here, without QIODevice's buffer between; reads go
+// to the file until its end.
+class FileRest : public QIODevice
 {
-    QFile file(fileName);
-    return readFile(object, &file);
+public:
+    explicit FileRest(QFile &file) : m_file(file), m_piece(kPiece, Qt::Uninitialized)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    bool isSequential() const override { return true; }
+    // Asks the file (its size) only once the piece held is used up.
+    bool atEnd() const override { return m_at == m_end && QIODevice::bytesAvailable() == 0 && m_file.atEnd(); }
+    // What is held, and at most a window of the file beyond it.
+    qint64 bytesAvailable() const override
+    {
+        return QIODevice::bytesAvailable() + (m_end - m_at) + qMin(kWindow, m_file.bytesAvailable());
+    }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        qint64 done = 0;
+        while (done < maxSize) {
+            if (m_at == m_end) {
+                if (maxSize - done >= kPiece) {
+                    const qint64 n = m_file.read(data + done, maxSize - done);
+                    return n < 0 && done == 0 ? -1 : done + qMax<qint64>(n, 0);
+                }
+                const qint64 n = m_file.read(m_piece.data(), kPiece);
+                if (n <= 0)
+                    return n < 0 && done == 0 ? -1 : done;
+                m_at = m_piece.constData();
+                m_end = m_at + n;
+            }
+            const qint64 n = qMin(maxSize - done, qint64(m_end - m_at));
+            std::memcpy(data + done, m_at, size_t(n));
+            m_at += n;
+            done += n;
+        }
+        return done;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    static constexpr qint64 kWindow = 1 << 20;
+    static constexpr qint64 kPiece = 1 << 16;
+    QFile &m_file;
+    QByteArray m_piece;
+    const char *m_at = nullptr;
+    const char *m_end = nullptr;
+};
+
+// Reads a binary block that must hold the object and nothing after it, from
+// where the device stands; the bytes after the object are counted by reading
+// them, in pieces, up to the device's end (not its size, which a file of
+// the system's may not know).
+void readSoleBlock(IQuilletObject &object, QIODevice &device)
+{
+    QDataStream stream(&device);
+    pinStream(stream);
+    object.SetBinaryRepresentation(stream);
+    qint64 trailing = 0;
+    char scratch[4096];
+    for (qint64 n; (n = device.read(scratch, sizeof scratch)) > 0;)
+        trailing += n;
+    if (trailing > 0)
+        throw BinaryParsingException(
+            QStringLiteral("%1: %2 trailing bytes after the object").arg(object.GetObjectName()).arg(trailing));
+}
+
+// The same from a file, through FileRest. The file is left at its end, also
+// when the block is refused, as if it had been read whole.
+void loadBlock(IQuilletObject &object, QFile &file)
+{
+    struct ToEnd {
+        QFile &file;
+        ~ToEnd()
+        {
+            if (!file.isSequential()) {
+                file.seek(file.size());
+                return;
+            }
+            char scratch[4096];
+            while (file.read(scratch, sizeof scratch) > 0) {
+            }
+        }
+    } toEnd{file};
+    FileRest rest(file);
+    readSoleBlock(object, rest);
 }
 
 void writeFile(const IQuilletObject &object, const QString &fileName, const QByteArray &bytes)
@@ -736,23 +832,7 @@ void IQuilletObject::LoadXml(const QString &fileName)
 
 void IQuilletObject::LoadXml(QFile *file)
 {
-    if (!file)
-        throw QuilletException(QStringLiteral("%1: no file to read").arg(GetObjectName()));
-    if (file->isOpen()) {
-        if (!file->isReadable())
-            throw QuilletException(QStringLiteral("%1: cannot read file '%2': it is not open for reading")
-                                       .arg(GetObjectName(), file->fileName()));
-        loadDocument(*this, *file);
-        return;
-    }
-    if (!file->open(QIODevice::ReadOnly))
-        throw QuilletException(QStringLiteral("%1: cannot read file '%2': %3")
-                                   .arg(GetObjectName(), file->fileName(), file->errorString()));
-    struct Closer {
-        QFile *file;
-        ~Closer() { file->close(); }
-    } closer{file};
-    loadDocument(*this, *file);
+    withReadableFile(*this, file, [this](QFile &open) { loadDocument(*this, open); });
 }
 
 // ---- Binary blocks
@@ -798,13 +878,7 @@ void IQuilletObject::SetBinaryRepresentation(QByteArray &data)
     QBuffer buffer;
     buffer.setData(data);
     buffer.open(QIODevice::ReadOnly);
-    QDataStream stream(&buffer);
-    pinStream(stream);
-    SetBinaryRepresentation(stream);
-    if (!buffer.atEnd())
-        throw BinaryParsingException(QStringLiteral("%1: %2 trailing bytes after the object")
-                                         .arg(GetObjectName())
-                                         .arg(buffer.size() - buffer.pos()));
+    readSoleBlock(*this, buffer);
 }
 
 void IQuilletObject::SetBinaryRepresentation(const QByteArray &data)
@@ -820,12 +894,13 @@ void IQuilletObject::SaveBinary(const QString &fileName) const
 
 void IQuilletObject::LoadBinary(const QString &fileName)
 {
-    SetBinaryRepresentation(readFile(*this, fileName));
+    QFile file(fileName);
+    LoadBinary(&file);
 }
 
 void IQuilletObject::LoadBinary(QFile *file)
 {
-    SetBinaryRepresentation(readFile(*this, file));
+    withReadableFile(*this, file, [this](QFile &open) { loadBlock(*this, open); });
 }
 
 QByteArray IQuilletObject::GetCompressedBinaryRepresentationAsQByteArray(int level) const

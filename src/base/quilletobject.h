@@ -170,7 +170,13 @@ public:
         raises QuilletException. */
     virtual void LoadXml(QFile *file);
     /*! Reads a file that holds one binary block and nothing after it, with the
-        same handling of the file as LoadXml(QFile *). */
+        same handling of the file as LoadXml(QFile *); an open file is left at
+        its end, also when the block is refused. The object, the exceptions and
+        their messages are those of SetBinaryRepresentation on the same bytes.
+        The file is read as a stream: the reader decodes at most a window of
+        1 MiB of it in place and takes the rest value by value from a piece of
+        64 KiB, trusting no length or count beyond the bytes it has got, so
+        memory grows with the objects read, not with the file. */
     virtual void LoadBinary(QFile *file);
     /*! Writes GetXmlString as UTF-8, the whole file or nothing. */
     virtual void SaveXml(const QString &fileName) const;
@@ -195,7 +201,7 @@ public:
     void SetBinaryRepresentation(const QByteArray &data);
     /// Writes the binary block to a file, the whole file or nothing.
     void SaveBinary(const QString &fileName) const;
-    /// Reads a file that holds one binary block and nothing after it.
+    /// Reads a file that holds one binary block and nothing after it, as LoadBinary(QFile *).
     void LoadBinary(const QString &fileName);
     /*! GetCompressedBinaryRepresentationAsQByteArray(-1). */
     QByteArray GetCompressedBinaryRepresentation() const;
