@@ -32,14 +32,23 @@ QString memberNameOf(const char *name)
 // and each class has one size, so freed blocks are kept per size and thread
 // and handed out again before asking the allocator. A block may be freed on
 // another thread than the one that made it; it then joins that thread's
-// lists, if that thread has a pool. Under AddressSanitizer every block goes
-// back at once, so that a use after free is still found.
+// lists, if that thread has a pool. Under AddressSanitizer a kept block is
+// poisoned whole, its link included, so that a use after free is still
+// found; the pool unpoisons a block only to follow its link or hand it out.
 #if defined(__SANITIZE_ADDRESS__)
-#define HALVANE_POOL_PAYLOADS 0
+#define HALVANE_POISON_POOL 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-#define HALVANE_POOL_PAYLOADS 0
+#define HALVANE_POISON_POOL 1
 #endif
+#endif
+#ifdef HALVANE_POISON_POOL
+#include <sanitizer/asan_interface.h>
+#define HALVANE_POISON(p, size) ASAN_POISON_MEMORY_REGION((p), size_t(size))
+#define HALVANE_UNPOISON(p, size) ASAN_UNPOISON_MEMORY_REGION((p), size_t(size))
+#else
+#define HALVANE_POISON(p, size) ((void)(p), (void)(size))
+#define HALVANE_UNPOISON(p, size) ((void)(p), (void)(size))
 #endif
 #ifndef HALVANE_POOL_PAYLOADS
 #define HALVANE_POOL_PAYLOADS 1
@@ -79,6 +88,7 @@ struct PoolReaper {
         pool.state = PoolState::Gone;
         for (Block *&head : pool.free) {
             while (head) {
+                HALVANE_UNPOISON(head, sizeof(Block));
                 Block *next = head->next;
                 ::operator delete(head);
                 head = next;
@@ -101,6 +111,7 @@ void *allocatePayload(int size)
     const int c = size / 8;
     if (c < Pool::kClasses && pool.free[c]) {
         Block *b = pool.free[c];
+        HALVANE_UNPOISON(b, size);
         pool.free[c] = b->next;
         pool.kept -= size;
         return b;
@@ -119,6 +130,7 @@ void freePayload(void *p, int size)
         b->next = pool.free[c];
         pool.free[c] = b;
         pool.kept += size;
+        HALVANE_POISON(b, size);
         return;
     }
     ::operator delete(p);
