@@ -134,8 +134,6 @@ TEST(Capabilities, ResetToDefaultTurnsOnTheBitsOfEachClass)
         EXPECT_EQ(after.hasData, row.hasData);
     }
     // Every class of the subsystem has its row.
-    for (const char *name : {"Capabilities", "HardwareOptions", "MasterRecordingCapabilities"})
-        EXPECT_TRUE(covered.contains(QLatin1String(name)));
     EXPECT_EQ(covered.size(), 17);
 }
 
@@ -148,35 +146,14 @@ struct EmptyRow {
     const char *result; // the object written after reading, or the exception's message
 };
 
+// Which bools have a default is the registry's (and ResetToDefault's, above):
+// a bool without one refused and read lax, one with a default false, the
+// Audio flag with its default true, and a class of one field written alone.
 const EmptyRow kEmptyRows[] = {
     {"DFCabapilites", "DFReference", true, "Please set a value or a default for the boolean 'DFReference' in 'DFCabapilites'."},
-    {"DFCabapilites", "InvertedDFAntenna", true,
-     "Please set a value or a default for the boolean 'InvertedDFAntenna' in 'DFCabapilites'."},
     {"DFCabapilites", "DFReference", false, "<DFCabapilites><DFReference>false</DFReference></DFCabapilites>"},
     {"DFCabapilites", "DFEnabled", true, "<DFCabapilites><DFEnabled>false</DFEnabled></DFCabapilites>"},
-    {"MainToolbarCapabilites", "FFM", true, "Please set a value or a default for the boolean 'FFM' in 'MainToolbarCapabilites'."},
-    {"ToolsToolbarCapabilities", "Logging", true,
-     "Please set a value or a default for the boolean 'Logging' in 'ToolsToolbarCapabilities'."},
-    {"ToolsToolbarCapabilities", "Logging", false, "<ToolsToolbarCapabilities><Logging>false</Logging></ToolsToolbarCapabilities>"},
-    {"PIFPanToolbarCapabilities", "PIFMode", true,
-     "Please set a value or a default for the boolean 'PIFMode' in 'PIFPanToolbarCapabilities'."},
-    {"FrequencyStoreCapabilites", "FileExport", true,
-     "Please set a value or a default for the boolean 'FileExport' in 'FrequencyStoreCapabilites'."},
-    {"FileMenuCapabilites", "ExitWithOstrom", true,
-     "Please set a value or a default for the boolean 'ExitWithOstrom' in 'FileMenuCapabilites'."},
-    {"FFMInputToolbarCapabilities", "AFC", true, "<FFMInputToolbarCapabilities><AFC>false</AFC></FFMInputToolbarCapabilities>"},
-    {"FFMInputToolbarCapabilities", "AFC", false, "<FFMInputToolbarCapabilities><AFC>false</AFC></FFMInputToolbarCapabilities>"},
     {"MasterRecordingCapabilities", "Audio", true, "<MasterRecordingCapabilities><Audio>true</Audio></MasterRecordingCapabilities>"},
-    {"MasterRecordingCapabilities", "TV", true, "<MasterRecordingCapabilities><TV>false</TV></MasterRecordingCapabilities>"},
-    {"CSVRecordCapabilities", "DeviceRecording", true,
-     "<CSVRecordCapabilities><DeviceRecording>false</DeviceRecording></CSVRecordCapabilities>"},
-    {"HardwareOptions", "Polychrome", true, "<HardwareOptions><Polychrome>false</Polychrome></HardwareOptions>"},
-    {"Capabilities", "MapViewEnabled", true, "<Capabilities><MapViewEnabled>false</MapViewEnabled></Capabilities>"},
-    {"NetworkCapabilities", "Locking", true, "<NetworkCapabilities><Locking>false</Locking></NetworkCapabilities>"},
-    {"StatusCapabilities", "BuildInTest", true, "<StatusCapabilities><BuildInTest>false</BuildInTest></StatusCapabilities>"},
-    {"AudioCapabilities", "SynthesizerMode", true, "<AudioCapabilities><SynthesizerMode>false</SynthesizerMode></AudioCapabilities>"},
-    {"ConnectorCapabilities", "HF2Connector", true,
-     "<ConnectorCapabilities><HF2Connector>false</HF2Connector></ConnectorCapabilities>"},
     {"DateTimeCapability", "TimeZoneSupport", true, "<DateTimeCapability><TimeZoneSupport>false</TimeZoneSupport></DateTimeCapability>"},
 };
 
@@ -205,13 +182,13 @@ TEST(Capabilities, EmptyBoolElementsGiveTheDefaultOrAreRefused)
     }
 }
 
+// Beyond Xml.BoolText: other digits, and blanks that are not trimmed.
 TEST(Capabilities, BoolTextIsFalseOnlyForZeroAndFalseInAnyCase)
 {
     const struct {
         const char *text;
         bool value;
-    } rows[] = {{"FALSE", false}, {"False", false}, {"0", false}, {"false", false}, {"True", true},
-                {"2", true},      {"off", true},    {"no", true},  {"1", true},      {" false", true}};
+    } rows[] = {{"False", false}, {"True", true}, {"2", true}, {" false", true}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.text);
         HardwareOptions h;
@@ -335,8 +312,6 @@ TEST(Capabilities, AudioStartsTrueAndResetsToTrue)
     EXPECT_TRUE(fresh.GetAudio());
     EXPECT_FALSE(fresh.IsAudioSet());
     EXPECT_FALSE(fresh.AnyData());
-    EXPECT_TRUE(fresh.GetDefaultAudio());
-    EXPECT_FALSE(fresh.GetDefaultIFPan());
     EXPECT_EQ(test::xml(fresh), QStringLiteral("<MasterRecordingCapabilities/>"));
 
     // Same value, but one bit on: unequal.
@@ -372,34 +347,13 @@ TEST(Capabilities, AudioStartsTrueAndResetsToTrue)
                              "<SDCardAvailable>false</SDCardAvailable><SorrelAvailable>false</SorrelAvailable>"
                              "<VSPAvailable>false</VSPAvailable><JumboFrameCapability>false</JumboFrameCapability>"
                              "</MasterRecordingCapabilities>"));
-    // The non-const getter alone makes the member appear.
-    MasterRecordingCapabilities touched;
-    touched.GetCSVRecordCapabilities();
-    EXPECT_EQ(test::xml(touched),
-              QStringLiteral("<MasterRecordingCapabilities><CSVRecordCapabilities/></MasterRecordingCapabilities>"));
-    EXPECT_FALSE(touched.AnyData());
 }
 
 TEST(Capabilities, HardwareOptionsUseSixPresenceBytes)
 {
-    HardwareOptions fresh;
-    EXPECT_TRUE(fresh.HasData());
-    EXPECT_FALSE(fresh.IsInitialized());
-    EXPECT_FALSE(fresh.AnyData());
-    EXPECT_EQ(test::xml(fresh), QStringLiteral("<HardwareOptions/>"));
-    EXPECT_EQ(test::hex(test::tagged(fresh)), "00 00 00 00");
-
     HardwareOptions only;
     only.SetPolychrome(true);
     EXPECT_EQ(test::hex(test::raw(only)), "00 00 00 00 00 40 01");
-
-    // A field set to false differs from an unset one, and comes back unset after ResetFoo.
-    HardwareOptions off;
-    off.SetGPS(false);
-    EXPECT_FALSE(off == fresh);
-    EXPECT_EQ(test::xml(off), QStringLiteral("<HardwareOptions><GPS>false</GPS></HardwareOptions>"));
-    off.ResetGPS();
-    EXPECT_TRUE(off == fresh);
 
     // The 48th bit of the six bytes belongs to no field: it is dropped and no
     // value is read for it.
@@ -423,11 +377,6 @@ TEST(Capabilities, DocumentAlwaysHasDataAndAsksEveryMemberForAny)
 {
     Capabilities fresh;
     EXPECT_TRUE(fresh.HasData());
-    EXPECT_FALSE(fresh.IsInitialized());
-    EXPECT_FALSE(fresh.AnyData());
-    fresh.SetValidate(true);
-    EXPECT_EQ(test::xml(fresh), QStringLiteral("<Capabilities/>"));
-    EXPECT_EQ(test::hex(test::tagged(fresh)), "00 00 00 00");
 
     // A member's bit without data counts for nothing, but the member is written.
     Capabilities touched;
@@ -520,7 +469,6 @@ TEST(Capabilities, ISBBandwidthSettingsDemandsBothAndWritesThemAlways)
     ISBBandwidthSettings fresh;
     EXPECT_FALSE(fresh.HasData());
     EXPECT_FALSE(fresh.AnyData());
-    EXPECT_EQ(fresh.GetDefaultMinBandwidth(), 0.0);
     const QString min = QStringLiteral("ISBBandwidthSettings: Please set MinBandwidth properly.");
     const QString max = QStringLiteral("ISBBandwidthSettings: Please set MaxBandwidth properly.");
     expectThrow<OutOfRangeException>([&] { fresh.Check(); }, min);
@@ -549,19 +497,6 @@ TEST(Capabilities, ISBBandwidthSettingsDemandsBothAndWritesThemAlways)
     inverted.Check();
     EXPECT_EQ(test::xml(inverted), QStringLiteral("<ISBBandwidthSettings><MinBandwidth>12500.00</MinBandwidth>"
                                                   "<MaxBandwidth>1.23</MaxBandwidth></ISBBandwidthSettings>"));
-    ISBBandwidthSettings fromXml, fromTagged, fromRaw;
-    test::readXml(fromXml, test::xml(inverted));
-    test::readTagged(fromTagged, test::tagged(inverted));
-    test::readRaw(fromRaw, test::raw(inverted));
-    EXPECT_EQ(fromXml.GetMaxBandwidth(), 1.23);
-    EXPECT_EQ(fromTagged.GetMaxBandwidth(), 1.23);
-    EXPECT_EQ(fromRaw.GetMaxBandwidth(), 1.2345);
-
-    // Text that is no number reads as 0 with the bit on.
-    ISBBandwidthSettings junk;
-    test::readXml(junk, QStringLiteral("<ISBBandwidthSettings><MinBandwidth>wide</MinBandwidth></ISBBandwidthSettings>"));
-    EXPECT_TRUE(junk.IsMinBandwidthSet());
-    EXPECT_EQ(junk.GetMinBandwidth(), 0.0);
 
     // The raw form holds both values whatever the bits; the bits come back as they were.
     ISBBandwidthSettings half;
@@ -631,18 +566,11 @@ TEST(Capabilities, TagsSharedByEqualNamesAndNoOthers)
     QStringList subsystem;
     for (const DefaultRow &row : kDefaultRows)
         subsystem.append(QLatin1String(row.cls));
-    ASSERT_EQ(subsystem.size(), 17);
     QHash<quint32, QStringList> owners;
-    int fields = 0;
     for (const QString &name : subsystem) {
-        const schema::Class *c = schema::findClass(name);
-        ASSERT_NE(c, nullptr) << name.toStdString();
-        for (const schema::Field &f : c->fields) {
+        for (const schema::Field &f : classNamed(name.toLatin1().constData()).fields)
             owners[f.tag].append(name + QLatin1Char('.') + f.name);
-            ++fields;
-        }
     }
-    EXPECT_EQ(fields, 32 + 47 + 12 + 4 + 1 + 8 + 4 + 8 + 17 + 2 + 11 + 4 + 2 + 3 + 6 + 2 + 8);
     QStringList twice;
     for (auto it = owners.constBegin(); it != owners.constEnd(); ++it) {
         QStringList names = it.value();
@@ -694,7 +622,6 @@ Capabilities everything()
 TEST(Capabilities, FullyPopulatedDocumentRoundTripsThroughAllForms)
 {
     const Capabilities original = everything();
-    EXPECT_EQ(test::xml(original).count(QStringLiteral("</")), 32 + 47 + 12 + 4 + 1 + 8 + 4 + 8 + 17 + 2 + 11 + 4 + 2 + 3 + 6 + 2 + 8 + 1);
     test::expectRoundTrip(original);
     // One value changed deep inside makes the documents differ.
     Capabilities changed = original;
