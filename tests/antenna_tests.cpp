@@ -201,11 +201,6 @@ TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
     };
     AntennaEntry noIndex;
     AntennaPattern empty;
-    AntennaPattern unnamed;
-    unnamed.AppendCurve(point(1, 2, 3));
-    Curve noWidth;
-    noWidth.Setfrequency(1);
-    noWidth.Setattenuation(2);
     AntennaDefinition withEmptyPattern;
     withEmptyPattern.GetAntennaPattern();
     AntennaMatrixConfiguration badItem;
@@ -220,10 +215,6 @@ TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
     const Case cases[] = {
         {"entry without index", [&] { noIndex.Check(); }, QStringLiteral("AntennaEntry: Please set index properly.")},
         {"pattern without points", [&] { empty.Check(); }, QStringLiteral("AntennaPattern: Please set Curve properly.")},
-        {"pattern without name", [&] { unnamed.Check(); }, QStringLiteral("AntennaPattern: Please set name properly.")},
-        {"point without width", [&] { noWidth.Check(); }, QStringLiteral("Curve: Please set width properly.")},
-        {"document without list", [] { AntennaPatterns().Check(); },
-         QStringLiteral("AntennaPatterns: Please set AntennaPattern properly.")},
         {"definition with an empty pattern", [&] { withEmptyPattern.Check(); },
          QStringLiteral("AntennaPattern: Please set Curve properly.")},
         {"aggregate with a bad timing", [&] { badItem.Check(); }, QStringLiteral("AuxTiming: Please set index properly.")},
