@@ -3,7 +3,6 @@
 // in all three forms, and a whole station through every form.
 #include "support.h"
 
-#include <cmath>
 #include <limits>
 
 using namespace HALVANE;

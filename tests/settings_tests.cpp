@@ -11,7 +11,6 @@
 
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <type_traits>
 
 using namespace HALVANE;
