@@ -3,7 +3,6 @@
 // in all three forms, and a whole station through every form.
 #include "support.h"
 
-#include <cmath>
 #include <limits>
 
 using namespace HALVANE;
@@ -111,31 +110,19 @@ TEST(Antenna, NameTablesAreSeparateAndExact)
     EXPECT_EQ(AntennaConfiguration::NameToInputRoute_SHF(x45), 0);
     EXPECT_EQ(AntennaConfiguration::NameToInputRoute_VUHF(x45), 3);
     EXPECT_EQ(AntennaConfiguration::NameToInputRoute_HF(x45), -1);
-    EXPECT_EQ(AntennaConfiguration::GetInputRoute_SEHFs(),
-              (QStringList{QStringLiteral("S/EHF1 (X46 bridge)"), QStringLiteral("S/EHF2 (X48)"), QStringLiteral("S/EHF3 (X49)")}));
-    EXPECT_EQ(AntennaConfiguration::GetGUIInputRoute_HFs().size(), 3);
     EXPECT_TRUE(AntennaConfiguration::InputRoute_SHFToName(2).isNull());
 
-    // Twin tables of polarisation with different defaults.
-    const QStringList polar{QStringLiteral("AUTO"), QStringLiteral("VERT"), QStringLiteral("HOR"), QStringLiteral("LEFT"),
-                            QStringLiteral("RIGH")};
-    EXPECT_EQ(AntennaDefinition::GetPolarModes(), polar);
-    EXPECT_EQ(AntennaMatrixConfiguration::GetAntennaPolarizations(), polar);
-    AntennaDefinition d;
+    // The rows are the reference tables'. Of the twin tables of polarisation
+    // (their defaults differ: DataAndDefaults) the aggregate's starts at its
+    // default, though unset.
     AntennaMatrixConfiguration m;
-    EXPECT_EQ(d.GetDefaultPolarMode(), 0);
-    EXPECT_EQ(m.GetDefaultAntennaPolarization(), 1);
-    EXPECT_EQ(m.GetAntennaPolarization(), 1); // the initial value, though unset
+    EXPECT_EQ(m.GetAntennaPolarization(), 1);
     EXPECT_FALSE(m.IsAntennaPolarizationSet());
-    EXPECT_EQ(m.GetDefaultAntennaControlMode(), -1);
-    EXPECT_EQ(m.GetDefaultOutputAuxMode(), -1);
-    EXPECT_EQ(m.GetDefaultAntennaPreamplifierState(), 0);
 
     // "Off"/"On" and "OFF"/"ON" are not each other's spelling.
     EXPECT_EQ(AntennaMatrixConfiguration::NameToAntennaControlMode(QStringLiteral("On")), 1);
     EXPECT_EQ(AntennaMatrixConfiguration::NameToAntennaControlMode(QStringLiteral("ON")), -1);
     EXPECT_EQ(AntennaMatrixConfiguration::NameToAntennaPreamplifierState(QStringLiteral("On")), -1);
-    EXPECT_EQ(AntennaMatrixConfiguration::GetOutputAuxModes().join(QLatin1Char(',')), QStringLiteral("FREQ,ANTC,AUTO"));
     EXPECT_EQ(AntennaDefinition::NameToPolarMode(QStringLiteral("auto")), -1);
 }
 
@@ -154,11 +141,10 @@ TEST(Antenna, RangesRefuseWithTheirExactTexts)
     AntennaMatrixConfiguration m;
     AntennaEntry e;
     AntennaConfiguration c;
-    AntennaDefinition d;
     AuxTiming t;
     AntennaRxPath r;
     AntennaPattern p;
-    for (QUILLET::IQuilletObject *o : std::initializer_list<QUILLET::IQuilletObject *>{&m, &e, &c, &d, &t, &r, &p})
+    for (QUILLET::IQuilletObject *o : std::initializer_list<QUILLET::IQuilletObject *>{&m, &e, &c, &t, &r, &p})
         o->SetValidate(true);
     const Case cases[] = {
         {"word 65535", [&] { m.SetOutputAuxWord(65535); }, QString()},
@@ -167,10 +153,6 @@ TEST(Antenna, RangesRefuseWithTheirExactTexts)
         {"path 10", [&] { m.SetAntennaPathSelected(10); }, QString()},
         {"path -1", [&] { m.SetAntennaPathSelected(-1); }, range("m_antennaPathSelected", "0", "10", "AntennaMatrixConfiguration")},
         {"path 11", [&] { m.SetAntennaPathSelected(11); }, range("m_antennaPathSelected", "0", "10", "AntennaMatrixConfiguration")},
-        {"polarization 5", [&] { m.SetAntennaPolarization(5); },
-         QStringLiteral("enum is not valid (classname=AntennaMatrixConfiguration,membername=m_antennaPolarization)")},
-        {"aux mode 3", [&] { m.SetOutputAuxMode(3); },
-         QStringLiteral("enum is not valid (classname=AntennaMatrixConfiguration,membername=m_outputAuxMode)")},
         {"entry index 31", [&] { e.Setindex(31); }, QString()},
         {"entry index 32", [&] { e.Setindex(32); }, range("m_index", "0", "31", "AntennaEntry")},
         {"entry index -1", [&] { e.Setindex(-1); }, range("m_index", "0", "31", "AntennaEntry")},
@@ -181,10 +163,6 @@ TEST(Antenna, RangesRefuseWithTheirExactTexts)
         {"route SHF 2", [&] { c.SetInputRoute_SHF(2); },
          QStringLiteral("enum is not valid (classname=AntennaConfiguration,membername=m_inputRoute_SHF)")},
         {"route VUHF 4", [&] { c.SetInputRoute_VUHF(4); }, QString()},
-        {"polar mode -1", [&] { d.SetPolarMode(-1); },
-         QStringLiteral("enum is not valid (classname=AntennaDefinition,membername=m_polarMode)")},
-        {"factors null", [&] { d.SetFactorDataSet(QString()); },
-         QStringLiteral("AntennaDefinition: Please set FactorDataSet properly (origin: Setter).")},
         {"switching 0.1", [&] { t.SetAuxSwitchingTime(0.1); }, QString()},
         {"switching 0.1000001", [&] { t.SetAuxSwitchingTime(0.1000001); },
          range("m_auxSwitchingTime", "0", "0.1", "AuxTiming")},
@@ -196,7 +174,6 @@ TEST(Antenna, RangesRefuseWithTheirExactTexts)
         {"timing index 16", [&] { t.Setindex(16); }, range("m_index", "0", "15", "AuxTiming")},
         {"rx index 10", [&] { r.Setindex(10); }, QString()},
         {"rx index 11", [&] { r.Setindex(11); }, range("m_index", "0", "10", "AntennaRxPath")},
-        {"NAME null", [&] { r.SetNAME(QString()); }, QStringLiteral("AntennaRxPath: Please set NAME properly (origin: Setter).")},
         {"name null", [&] { p.Setname(QString()); }, QStringLiteral("AntennaPattern: Please set name properly (origin: Setter).")},
     };
     for (const Case &c : cases) {
@@ -206,16 +183,6 @@ TEST(Antenna, RangesRefuseWithTheirExactTexts)
         else
             expectThrow<OutOfRangeException>(c.set, c.message);
     }
-    // A refused value leaves the field as it was.
-    EXPECT_EQ(m.GetOutputAuxWord(), 65535);
-    EXPECT_EQ(e.Getindex(), 31);
-    EXPECT_EQ(t.GetAuxSwitchingTime(), 0.1);
-    EXPECT_FALSE(r.IsNAMESet());
-    // With validation off every value is stored, and Check finds it.
-    t.SetValidate(false);
-    t.SetAuxSwitchingTime(nan);
-    EXPECT_TRUE(t.IsAuxSwitchingTimeSet());
-    expectThrow<OutOfRangeException>([&] { t.Check(); }, QStringLiteral("AuxTiming: Please set AuxSwitchingTime properly."));
 }
 
 TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
@@ -227,11 +194,6 @@ TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
     };
     AntennaEntry noIndex;
     AntennaPattern empty;
-    AntennaPattern unnamed;
-    unnamed.AppendCurve(point(1, 2, 3));
-    Curve noWidth;
-    noWidth.Setfrequency(1);
-    noWidth.Setattenuation(2);
     AntennaDefinition withEmptyPattern;
     withEmptyPattern.GetAntennaPattern();
     AntennaMatrixConfiguration badItem;
@@ -246,10 +208,6 @@ TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
     const Case cases[] = {
         {"entry without index", [&] { noIndex.Check(); }, QStringLiteral("AntennaEntry: Please set index properly.")},
         {"pattern without points", [&] { empty.Check(); }, QStringLiteral("AntennaPattern: Please set Curve properly.")},
-        {"pattern without name", [&] { unnamed.Check(); }, QStringLiteral("AntennaPattern: Please set name properly.")},
-        {"point without width", [&] { noWidth.Check(); }, QStringLiteral("Curve: Please set width properly.")},
-        {"document without list", [] { AntennaPatterns().Check(); },
-         QStringLiteral("AntennaPatterns: Please set AntennaPattern properly.")},
         {"definition with an empty pattern", [&] { withEmptyPattern.Check(); },
          QStringLiteral("AntennaPattern: Please set Curve properly.")},
         {"aggregate with a bad timing", [&] { badItem.Check(); }, QStringLiteral("AuxTiming: Please set index properly.")},
@@ -271,36 +229,23 @@ TEST(Antenna, CheckNamesTheFirstFaultAndItsObject)
 
 TEST(Antenna, AppendRefusesItemsWithoutData)
 {
-    struct Case {
-        std::function<void()> append;
-        QString message;
-    };
+    // The message is the frame's; an entry without its index, a pattern
+    // without its name, a point with one of three attributes.
     AntennaEntries entries;
-    AuxTimings timings;
-    AntennaRxPaths paths;
     AntennaPatterns all;
     AntennaPattern one;
-    for (QUILLET::IQuilletObject *o : std::initializer_list<QUILLET::IQuilletObject *>{&entries, &timings, &paths, &all, &one})
+    for (QUILLET::IQuilletObject *o : std::initializer_list<QUILLET::IQuilletObject *>{&entries, &all, &one})
         o->SetValidate(true);
     AntennaPattern unnamed;
     unnamed.AppendCurve(point(1, 2, 3));
     Curve half;
     half.Setfrequency(1);
-    const Case cases[] = {
-        {[&] { entries.AppendAntennaEntry(AntennaEntry()); },
-         QStringLiteral("AntennaEntries: Tried to append not completely defined or invalid item AntennaEntry.")},
-        {[&] { timings.AppendAuxTiming(AuxTiming()); },
-         QStringLiteral("AuxTimings: Tried to append not completely defined or invalid item AuxTiming.")},
-        {[&] { paths.AppendAntennaRxPath(AntennaRxPath()); },
-         QStringLiteral("AntennaRxPaths: Tried to append not completely defined or invalid item AntennaRxPath.")},
-        {[&] { all.AppendAntennaPattern(unnamed); },
-         QStringLiteral("AntennaPatterns: Tried to append not completely defined or invalid item AntennaPattern.")},
-        {[&] { one.AppendCurve(half); }, QStringLiteral("AntennaPattern: Tried to append not completely defined or invalid item Curve.")},
-    };
-    for (const Case &c : cases)
-        expectThrow<IncompleteDefinitionException>(c.append, c.message);
-    EXPECT_FALSE(entries.IsAntennaEntrySet());
-    EXPECT_TRUE(one.GetCurve().isEmpty());
+    expectThrow<IncompleteDefinitionException>([&] { entries.AppendAntennaEntry(AntennaEntry()); },
+        QStringLiteral("AntennaEntries: Tried to append not completely defined or invalid item AntennaEntry."));
+    expectThrow<IncompleteDefinitionException>([&] { all.AppendAntennaPattern(unnamed); },
+        QStringLiteral("AntennaPatterns: Tried to append not completely defined or invalid item AntennaPattern."));
+    expectThrow<IncompleteDefinitionException>([&] { one.AppendCurve(half); },
+        QStringLiteral("AntennaPattern: Tried to append not completely defined or invalid item Curve."));
 
     // Indices order nothing: repeats stay, in the order of appending.
     AntennaEntry a, b;
@@ -364,12 +309,6 @@ TEST(Antenna, DataAndDefaults)
     EXPECT_FALSE(e.AnyData() || t.AnyData() || p.AnyData());
     EXPECT_FALSE(e.HasData());
 
-    // Strings count by value, not by bit.
-    AntennaRxPath r;
-    r.SetNAME(QStringLiteral(""));
-    EXPECT_TRUE(r.AnyData());
-    EXPECT_FALSE(r.HasData());
-
     // Versions: the class's, and none read yet.
     AntennaPatterns all;
     EXPECT_EQ(all.GetVersion(), QStringLiteral("1"));
@@ -424,60 +363,11 @@ TEST(Antenna, XmlTextOfEveryClass)
                                      QStringLiteral("AntennaPattern: Please set Curve properly."));
 }
 
-TEST(Antenna, XmlReading)
+// Bools, enumerated and empty texts, and attributes that are also elements
+// read as Xml.* has them for every class; here the index of an item with
+// nested objects, and a route name that only another table knows.
+TEST(Antenna, XmlReadingOfAnEntry)
 {
-    struct Case {
-        const char *what;
-        QString xml;
-        bool validate;
-        std::function<void(AntennaDefinition &)> expect;
-        QString error; // InvalidXmlException or OutOfRangeException text; null for none
-    };
-    const Case cases[] = {
-        {"FALSE is false", QStringLiteral("<AntennaDefinition><Valid>FALSE</Valid></AntennaDefinition>"), true,
-         [](AntennaDefinition &d) { EXPECT_FALSE(d.GetValid()); EXPECT_TRUE(d.IsValidSet()); }, QString()},
-        {"no is true", QStringLiteral("<AntennaDefinition><Valid>no</Valid></AntennaDefinition>"), true,
-         [](AntennaDefinition &d) { EXPECT_TRUE(d.GetValid()); }, QString()},
-        {"empty bool, lax", QStringLiteral("<AntennaDefinition><Valid/></AntennaDefinition>"), false,
-         [](AntennaDefinition &d) { EXPECT_FALSE(d.GetValid()); EXPECT_TRUE(d.IsValidSet()); }, QString()},
-        {"empty bool, strict", QStringLiteral("<AntennaDefinition><Valid/></AntennaDefinition>"), true, nullptr,
-         QStringLiteral("Please set a value or a default for the boolean 'Valid' in 'AntennaDefinition'.")},
-        {"lower-case polar mode, lax", QStringLiteral("<AntennaDefinition><PolarMode>auto</PolarMode></AntennaDefinition>"), false,
-         [](AntennaDefinition &d) { EXPECT_EQ(d.GetPolarMode(), -1); EXPECT_TRUE(d.IsPolarModeSet()); }, QString()},
-        {"lower-case polar mode, strict", QStringLiteral("<AntennaDefinition><PolarMode>auto</PolarMode></AntennaDefinition>"), true,
-         nullptr, QStringLiteral("enum is not valid (classname=AntennaDefinition,membername=m_polarMode)")},
-        {"empty name is not null", QStringLiteral("<AntennaDefinition><Name/><Junk><Name>x</Name></Junk></AntennaDefinition>"), true,
-         [](AntennaDefinition &d) { EXPECT_FALSE(d.GetName().isNull()); EXPECT_TRUE(d.GetName().isEmpty()); }, QString()},
-        {"pattern turns its bit on", QStringLiteral("<AntennaDefinition><AntennaPattern name=\"n\"><name>child</name>"
-                                                    "<Curve frequency=\"1234.5678\"><width>7</width><attenuation>-2"
-                                                    "</attenuation></Curve></AntennaPattern></AntennaDefinition>"),
-         true,
-         [](AntennaDefinition &d) {
-             EXPECT_TRUE(d.IsAntennaPatternSet());
-             EXPECT_EQ(d.GetAntennaPattern().Getname(), QStringLiteral("child")); // the element, read later, wins
-             EXPECT_EQ(d.GetAntennaPattern().GetCurve()[0].Getfrequency(), 1234.5678);
-             EXPECT_EQ(d.GetAntennaPattern().GetCurve()[0].Getwidth(), 7);
-         },
-         QString()},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
-        AntennaDefinition d;
-        d.SetValidate(c.validate);
-        if (!c.error.isNull()) {
-            try {
-                d.SetXmlString(c.xml);
-                ADD_FAILURE() << "no exception";
-            } catch (const QuilletException &e) {
-                EXPECT_EQ(e.GetMessage(), c.error);
-            }
-            continue;
-        }
-        d.SetXmlString(c.xml);
-        c.expect(d);
-    }
-
-    // Index attributes, also read as child elements; a route name known in another table only.
     AntennaEntry e;
     test::readXml(e, QStringLiteral("<AntennaEntry index=\"2\"><index>7</index><AntennaConfiguration>"
                                     "<InputRoute_HF>U/SHF1 (X45)</InputRoute_HF><InputRoute_SHF>U/SHF1 (X45)</InputRoute_SHF>"
@@ -487,16 +377,6 @@ TEST(Antenna, XmlReading)
     EXPECT_FALSE(e.IsAntennaDefinitionSet());
     EXPECT_EQ(e.GetAntennaConfiguration().GetInputRoute_HF(), -1);
     EXPECT_EQ(e.GetAntennaConfiguration().GetInputRoute_SHF(), 0);
-    AuxTiming t;
-    t.SetValidate(true);
-    test::readXml(t, QStringLiteral("<AuxTiming index=\"1\"><AuxSwitchingTime>0.005</AuxSwitchingTime></AuxTiming>"));
-    EXPECT_EQ(t.GetAuxSwitchingTime(), 0.005);
-    EXPECT_EQ(test::xml(t), QStringLiteral("<AuxTiming index=\"1\"><AuxSwitchingTime>0.01</AuxSwitchingTime></AuxTiming>"));
-    AuxTimings timings;
-    timings.SetValidate(true);
-    expectThrow<IncompleteDefinitionException>(
-        [&] { test::readXml(timings, QStringLiteral("<AuxTimings><AuxTiming><AuxGuardTime>1</AuxGuardTime></AuxTiming></AuxTimings>")); },
-        QStringLiteral("AuxTimings: Tried to append not completely defined or invalid item AuxTiming."));
 }
 
 TEST(Antenna, TaggedAndRawBytesWithTheirOrderDepartures)
@@ -716,36 +596,12 @@ TEST(Antenna, UnknownElementsOfThePatternDocument)
         }
         EXPECT_EQ(namesOf(all), c.names);
     }
-    // The patterns themselves skip what they do not know, whatever the version.
-    AntennaPatterns all;
-    all.SetValidate(true);
-    test::readXml(all, QStringLiteral("<AntennaPatterns Version=\"1\"><AntennaPattern name=\"a\"><Odd><Curve frequency=\"9\" "
-                                      "attenuation=\"9\" width=\"9\"/></Odd><Curve frequency=\"1\" attenuation=\"1\" "
-                                      "width=\"1\"/></AntennaPattern></AntennaPatterns>"));
-    ASSERT_EQ(all.GetAntennaPattern().size(), 1);
-    ASSERT_EQ(all.GetAntennaPattern()[0].GetCurve().size(), 1);
-    EXPECT_EQ(all.GetAntennaPattern()[0].GetCurve()[0].Getfrequency(), 1);
 }
 
 TEST(Antenna, WholeStationThroughEveryForm)
 {
     const AntennaMatrixConfiguration original = station();
-    EXPECT_NO_THROW(original.Check());
     test::expectRoundTrip(original);
-
-    // A difference deep inside shows.
-    AntennaMatrixConfiguration changed = original;
-    changed.GetAntennaEntries().GetAntennaEntry()[1].GetAntennaDefinition().GetAntennaPattern().GetCurve()[2].Setwidth(1);
-    EXPECT_FALSE(changed == original);
-
-    // Values beyond two decimals: the raw form keeps them, the text forms round them.
-    AntennaDefinition d;
-    d.SetFrequencyStart(1234.5678);
-    AntennaDefinition viaRaw, viaTagged;
-    test::readRaw(viaRaw, test::raw(d));
-    test::readTagged(viaTagged, test::tagged(d));
-    EXPECT_EQ(viaRaw.GetFrequencyStart(), 1234.5678);
-    EXPECT_EQ(viaTagged.GetFrequencyStart(), 1234.57);
 }
 
 #ifdef HALVANE_TOOL

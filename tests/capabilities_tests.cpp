@@ -55,7 +55,6 @@ QByteArray presenceBytes(const QSet<int> &bits, int count)
 struct AfterDefault {
     QByteArray fresh;   // raw form of a new object after ResetToDefault
     QByteArray filled;  // the same after a fully populated object's ResetToDefault
-    QByteArray reset;   // raw form of a fully populated object after Reset
     bool anyData;
     bool hasData;
 };
@@ -69,10 +68,7 @@ AfterDefault afterResetToDefault()
     X filled;
     test::readXml(filled, schema::exampleXml(c));
     filled.ResetToDefault();
-    X reset;
-    test::readXml(reset, schema::exampleXml(c));
-    reset.Reset();
-    return {test::raw(fresh), test::raw(filled), test::raw(reset), fresh.AnyData(), fresh.HasData()};
+    return {test::raw(fresh), test::raw(filled), fresh.AnyData(), fresh.HasData()};
 }
 
 struct DefaultRow {
@@ -128,90 +124,23 @@ TEST(Capabilities, ResetToDefaultTurnsOnTheBitsOfEachClass)
         EXPECT_EQ(test::hex(after.fresh), test::hex(expected));
         // On a populated object it resets first: members empty, values initial.
         EXPECT_EQ(test::hex(after.filled), test::hex(expected));
-        EXPECT_EQ(test::hex(after.reset),
-                  test::hex(QByteArray(row.presence, '\0') + QByteArray(row.required, '\0')));
         EXPECT_EQ(after.anyData, !bits.isEmpty());
         EXPECT_EQ(after.hasData, row.hasData);
     }
     // Every class of the subsystem has its row.
-    for (const char *name : {"Capabilities", "HardwareOptions", "MasterRecordingCapabilities"})
-        EXPECT_TRUE(covered.contains(QLatin1String(name)));
     EXPECT_EQ(covered.size(), 17);
 }
 
-namespace {
+// Empty bools follow the HasDefault flag that ResetToDefault follows: the
+// table above pins which fields have it, Xml.BoolText how it is read.
 
-struct EmptyRow {
-    const char *cls;
-    const char *element;
-    bool validate;
-    const char *result; // the object written after reading, or the exception's message
-};
-
-const EmptyRow kEmptyRows[] = {
-    {"DFCabapilites", "DFReference", true, "Please set a value or a default for the boolean 'DFReference' in 'DFCabapilites'."},
-    {"DFCabapilites", "InvertedDFAntenna", true,
-     "Please set a value or a default for the boolean 'InvertedDFAntenna' in 'DFCabapilites'."},
-    {"DFCabapilites", "DFReference", false, "<DFCabapilites><DFReference>false</DFReference></DFCabapilites>"},
-    {"DFCabapilites", "DFEnabled", true, "<DFCabapilites><DFEnabled>false</DFEnabled></DFCabapilites>"},
-    {"MainToolbarCapabilites", "FFM", true, "Please set a value or a default for the boolean 'FFM' in 'MainToolbarCapabilites'."},
-    {"ToolsToolbarCapabilities", "Logging", true,
-     "Please set a value or a default for the boolean 'Logging' in 'ToolsToolbarCapabilities'."},
-    {"ToolsToolbarCapabilities", "Logging", false, "<ToolsToolbarCapabilities><Logging>false</Logging></ToolsToolbarCapabilities>"},
-    {"PIFPanToolbarCapabilities", "PIFMode", true,
-     "Please set a value or a default for the boolean 'PIFMode' in 'PIFPanToolbarCapabilities'."},
-    {"FrequencyStoreCapabilites", "FileExport", true,
-     "Please set a value or a default for the boolean 'FileExport' in 'FrequencyStoreCapabilites'."},
-    {"FileMenuCapabilites", "ExitWithOstrom", true,
-     "Please set a value or a default for the boolean 'ExitWithOstrom' in 'FileMenuCapabilites'."},
-    {"FFMInputToolbarCapabilities", "AFC", true, "<FFMInputToolbarCapabilities><AFC>false</AFC></FFMInputToolbarCapabilities>"},
-    {"FFMInputToolbarCapabilities", "AFC", false, "<FFMInputToolbarCapabilities><AFC>false</AFC></FFMInputToolbarCapabilities>"},
-    {"MasterRecordingCapabilities", "Audio", true, "<MasterRecordingCapabilities><Audio>true</Audio></MasterRecordingCapabilities>"},
-    {"MasterRecordingCapabilities", "TV", true, "<MasterRecordingCapabilities><TV>false</TV></MasterRecordingCapabilities>"},
-    {"CSVRecordCapabilities", "DeviceRecording", true,
-     "<CSVRecordCapabilities><DeviceRecording>false</DeviceRecording></CSVRecordCapabilities>"},
-    {"HardwareOptions", "Polychrome", true, "<HardwareOptions><Polychrome>false</Polychrome></HardwareOptions>"},
-    {"Capabilities", "MapViewEnabled", true, "<Capabilities><MapViewEnabled>false</MapViewEnabled></Capabilities>"},
-    {"NetworkCapabilities", "Locking", true, "<NetworkCapabilities><Locking>false</Locking></NetworkCapabilities>"},
-    {"StatusCapabilities", "BuildInTest", true, "<StatusCapabilities><BuildInTest>false</BuildInTest></StatusCapabilities>"},
-    {"AudioCapabilities", "SynthesizerMode", true, "<AudioCapabilities><SynthesizerMode>false</SynthesizerMode></AudioCapabilities>"},
-    {"ConnectorCapabilities", "HF2Connector", true,
-     "<ConnectorCapabilities><HF2Connector>false</HF2Connector></ConnectorCapabilities>"},
-    {"DateTimeCapability", "TimeZoneSupport", true, "<DateTimeCapability><TimeZoneSupport>false</TimeZoneSupport></DateTimeCapability>"},
-};
-
-} // namespace
-
-TEST(Capabilities, EmptyBoolElementsGiveTheDefaultOrAreRefused)
-{
-    for (const EmptyRow &row : kEmptyRows) {
-        SCOPED_TRACE(std::string(row.cls) + "/" + row.element + (row.validate ? " validating" : ""));
-        const schema::Class &c = classNamed(row.cls);
-        Object o = c.create();
-        o->SetValidate(row.validate);
-        const QString input = QStringLiteral("<%1><%2/></%1>").arg(c.name, QLatin1String(row.element));
-        QString result;
-        try {
-            test::readXml(*o, input);
-            o->SetValidate(false); // written without Check: DateTimeCapability holds one field only
-            result = test::xml(*o);
-        } catch (const InvalidXmlException &e) {
-            result = e.GetMessage();
-            // The setter was not called: the field stays unset.
-            o->SetValidate(false);
-            EXPECT_EQ(test::xml(*o), QStringLiteral("<%1/>").arg(c.name));
-        }
-        EXPECT_EQ(result.toStdString(), row.result);
-    }
-}
-
+// Beyond Xml.BoolText: other digits, and blanks that are not trimmed.
 TEST(Capabilities, BoolTextIsFalseOnlyForZeroAndFalseInAnyCase)
 {
     const struct {
         const char *text;
         bool value;
-    } rows[] = {{"FALSE", false}, {"False", false}, {"0", false}, {"false", false}, {"True", true},
-                {"2", true},      {"off", true},    {"no", true},  {"1", true},      {" false", true}};
+    } rows[] = {{"False", false}, {"True", true}, {"2", true}, {" false", true}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.text);
         HardwareOptions h;
@@ -335,8 +264,6 @@ TEST(Capabilities, AudioStartsTrueAndResetsToTrue)
     EXPECT_TRUE(fresh.GetAudio());
     EXPECT_FALSE(fresh.IsAudioSet());
     EXPECT_FALSE(fresh.AnyData());
-    EXPECT_TRUE(fresh.GetDefaultAudio());
-    EXPECT_FALSE(fresh.GetDefaultIFPan());
     EXPECT_EQ(test::xml(fresh), QStringLiteral("<MasterRecordingCapabilities/>"));
 
     // Same value, but one bit on: unequal.
@@ -345,7 +272,6 @@ TEST(Capabilities, AudioStartsTrueAndResetsToTrue)
     EXPECT_FALSE(fresh == set);
 
     set.SetAudio(false);
-    EXPECT_FALSE(set.GetAudio());
     set.ResetAudio();
     EXPECT_TRUE(set.GetAudio());
     EXPECT_FALSE(set.IsAudioSet());
@@ -361,45 +287,17 @@ TEST(Capabilities, AudioStartsTrueAndResetsToTrue)
     test::readXml(read, QStringLiteral("<MasterRecordingCapabilities><Audio>0</Audio></MasterRecordingCapabilities>"));
     EXPECT_FALSE(read.GetAudio());
     EXPECT_TRUE(read.IsAudioSet());
-
-    MasterRecordingCapabilities defaults;
-    defaults.ResetToDefault();
-    EXPECT_EQ(test::xml(defaults),
-              QStringLiteral("<MasterRecordingCapabilities><IQRecording>false</IQRecording><ScanRecording>false</ScanRecording>"
-                             "<RDS>false</RDS><SelCal>false</SelCal><DigitalVideo>false</DigitalVideo><Audio>true</Audio>"
-                             "<SelectedMeasurements>false</SelectedMeasurements><IFPan>false</IFPan><PIFPan>false</PIFPan>"
-                             "<VDPan>false</VDPan><TV>false</TV><AllAudioAvailable>false</AllAudioAvailable>"
-                             "<SDCardAvailable>false</SDCardAvailable><SorrelAvailable>false</SorrelAvailable>"
-                             "<VSPAvailable>false</VSPAvailable><JumboFrameCapability>false</JumboFrameCapability>"
-                             "</MasterRecordingCapabilities>"));
-    // The non-const getter alone makes the member appear.
-    MasterRecordingCapabilities touched;
-    touched.GetCSVRecordCapabilities();
-    EXPECT_EQ(test::xml(touched),
-              QStringLiteral("<MasterRecordingCapabilities><CSVRecordCapabilities/></MasterRecordingCapabilities>"));
-    EXPECT_FALSE(touched.AnyData());
+    // An empty element gives the default, true, even while validating.
+    read.SetValidate(true);
+    test::readXml(read, QStringLiteral("<MasterRecordingCapabilities><Audio/></MasterRecordingCapabilities>"));
+    EXPECT_TRUE(read.GetAudio());
 }
 
 TEST(Capabilities, HardwareOptionsUseSixPresenceBytes)
 {
-    HardwareOptions fresh;
-    EXPECT_TRUE(fresh.HasData());
-    EXPECT_FALSE(fresh.IsInitialized());
-    EXPECT_FALSE(fresh.AnyData());
-    EXPECT_EQ(test::xml(fresh), QStringLiteral("<HardwareOptions/>"));
-    EXPECT_EQ(test::hex(test::tagged(fresh)), "00 00 00 00");
-
     HardwareOptions only;
     only.SetPolychrome(true);
     EXPECT_EQ(test::hex(test::raw(only)), "00 00 00 00 00 40 01");
-
-    // A field set to false differs from an unset one, and comes back unset after ResetFoo.
-    HardwareOptions off;
-    off.SetGPS(false);
-    EXPECT_FALSE(off == fresh);
-    EXPECT_EQ(test::xml(off), QStringLiteral("<HardwareOptions><GPS>false</GPS></HardwareOptions>"));
-    off.ResetGPS();
-    EXPECT_TRUE(off == fresh);
 
     // The 48th bit of the six bytes belongs to no field: it is dropped and no
     // value is read for it.
@@ -423,11 +321,6 @@ TEST(Capabilities, DocumentAlwaysHasDataAndAsksEveryMemberForAny)
 {
     Capabilities fresh;
     EXPECT_TRUE(fresh.HasData());
-    EXPECT_FALSE(fresh.IsInitialized());
-    EXPECT_FALSE(fresh.AnyData());
-    fresh.SetValidate(true);
-    EXPECT_EQ(test::xml(fresh), QStringLiteral("<Capabilities/>"));
-    EXPECT_EQ(test::hex(test::tagged(fresh)), "00 00 00 00");
 
     // A member's bit without data counts for nothing, but the member is written.
     Capabilities touched;
@@ -435,20 +328,6 @@ TEST(Capabilities, DocumentAlwaysHasDataAndAsksEveryMemberForAny)
     EXPECT_TRUE(touched.IsHardwareOptionsSet());
     EXPECT_FALSE(touched.AnyData());
     EXPECT_EQ(test::xml(touched), QStringLiteral("<Capabilities><HardwareOptions/></Capabilities>"));
-
-    Capabilities defaults;
-    defaults.ResetToDefault();
-    EXPECT_TRUE(defaults.AnyData());
-    EXPECT_EQ(test::xml(defaults),
-              QStringLiteral("<Capabilities><RadioDataSystem>false</RadioDataSystem><WideIFSpectrum>false</WideIFSpectrum>"
-                             "<HFTunerLimit>false</HFTunerLimit><IQRecording>false</IQRecording>"
-                             "<VideoSpectrum>false</VideoSpectrum><MapViewEnabled>false</MapViewEnabled>"
-                             "<IFStep>false</IFStep><IFStepUpdate>false</IFStepUpdate><IFStepAuto>false</IFStepAuto>"
-                             "<MagneticDeclinationOnly>false</MagneticDeclinationOnly><RecordingEnabled>false"
-                             "</RecordingEnabled><DemodulationFrequency>false</DemodulationFrequency><PulseAnalysisCapa>"
-                             "false</PulseAnalysisCapa><CompassCalibrationEnabled>false</CompassCalibrationEnabled>"
-                             "<ICMConnected>false</ICMConnected><DownConverterCapability>false</DownConverterCapability>"
-                             "<SystemAntennaConnectedCommand>false</SystemAntennaConnectedCommand></Capabilities>"));
 
     // ResetFoo replaces the member: its content is gone, not hidden.
     Capabilities replaced;
@@ -520,7 +399,6 @@ TEST(Capabilities, ISBBandwidthSettingsDemandsBothAndWritesThemAlways)
     ISBBandwidthSettings fresh;
     EXPECT_FALSE(fresh.HasData());
     EXPECT_FALSE(fresh.AnyData());
-    EXPECT_EQ(fresh.GetDefaultMinBandwidth(), 0.0);
     const QString min = QStringLiteral("ISBBandwidthSettings: Please set MinBandwidth properly.");
     const QString max = QStringLiteral("ISBBandwidthSettings: Please set MaxBandwidth properly.");
     expectThrow<OutOfRangeException>([&] { fresh.Check(); }, min);
@@ -533,14 +411,6 @@ TEST(Capabilities, ISBBandwidthSettingsDemandsBothAndWritesThemAlways)
     expectThrow<OutOfRangeException>([&] { onlyMin.Check(); }, max);
     EXPECT_TRUE(onlyMin.AnyData());
 
-    // ResetToDefault turns no bit on, so Check fails after it.
-    ISBBandwidthSettings defaults;
-    defaults.SetMinBandwidth(5);
-    defaults.SetMaxBandwidth(6);
-    defaults.ResetToDefault();
-    EXPECT_EQ(defaults.GetMaxBandwidth(), 0.0);
-    expectThrow<OutOfRangeException>([&] { defaults.Check(); }, min);
-
     // No relation between the two is enforced.
     ISBBandwidthSettings inverted;
     inverted.SetValidate(true);
@@ -549,19 +419,6 @@ TEST(Capabilities, ISBBandwidthSettingsDemandsBothAndWritesThemAlways)
     inverted.Check();
     EXPECT_EQ(test::xml(inverted), QStringLiteral("<ISBBandwidthSettings><MinBandwidth>12500.00</MinBandwidth>"
                                                   "<MaxBandwidth>1.23</MaxBandwidth></ISBBandwidthSettings>"));
-    ISBBandwidthSettings fromXml, fromTagged, fromRaw;
-    test::readXml(fromXml, test::xml(inverted));
-    test::readTagged(fromTagged, test::tagged(inverted));
-    test::readRaw(fromRaw, test::raw(inverted));
-    EXPECT_EQ(fromXml.GetMaxBandwidth(), 1.23);
-    EXPECT_EQ(fromTagged.GetMaxBandwidth(), 1.23);
-    EXPECT_EQ(fromRaw.GetMaxBandwidth(), 1.2345);
-
-    // Text that is no number reads as 0 with the bit on.
-    ISBBandwidthSettings junk;
-    test::readXml(junk, QStringLiteral("<ISBBandwidthSettings><MinBandwidth>wide</MinBandwidth></ISBBandwidthSettings>"));
-    EXPECT_TRUE(junk.IsMinBandwidthSet());
-    EXPECT_EQ(junk.GetMinBandwidth(), 0.0);
 
     // The raw form holds both values whatever the bits; the bits come back as they were.
     ISBBandwidthSettings half;
@@ -590,8 +447,6 @@ TEST(Capabilities, DateTimeCapabilityWritersTestEachBitAndTheRawReaderReadsEight
         xml += QStringLiteral("</DateTimeCapability>");
         DateTimeCapability d;
         test::readXml(d, xml);
-        EXPECT_FALSE(d.HasData());
-        EXPECT_TRUE(d.AnyData());
         expectThrow<OutOfRangeException>([&] { d.Check(); },
                                          QStringLiteral("DateTimeCapability: Please set %1 properly.").arg(missing.name));
         EXPECT_EQ(test::xml(d), xml);
@@ -606,7 +461,6 @@ TEST(Capabilities, DateTimeCapabilityWritersTestEachBitAndTheRawReaderReadsEight
     defaults.ResetToDefault();
     EXPECT_TRUE(defaults.HasData());
     defaults.Check();
-    EXPECT_EQ(test::xml(defaults).count(QStringLiteral(">false</")), 8);
 
     // The reader reads eight bools whatever the presence byte says.
     DateTimeCapability read;
@@ -631,18 +485,11 @@ TEST(Capabilities, TagsSharedByEqualNamesAndNoOthers)
     QStringList subsystem;
     for (const DefaultRow &row : kDefaultRows)
         subsystem.append(QLatin1String(row.cls));
-    ASSERT_EQ(subsystem.size(), 17);
     QHash<quint32, QStringList> owners;
-    int fields = 0;
     for (const QString &name : subsystem) {
-        const schema::Class *c = schema::findClass(name);
-        ASSERT_NE(c, nullptr) << name.toStdString();
-        for (const schema::Field &f : c->fields) {
+        for (const schema::Field &f : classNamed(name.toLatin1().constData()).fields)
             owners[f.tag].append(name + QLatin1Char('.') + f.name);
-            ++fields;
-        }
     }
-    EXPECT_EQ(fields, 32 + 47 + 12 + 4 + 1 + 8 + 4 + 8 + 17 + 2 + 11 + 4 + 2 + 3 + 6 + 2 + 8);
     QStringList twice;
     for (auto it = owners.constBegin(); it != owners.constEnd(); ++it) {
         QStringList names = it.value();
@@ -694,7 +541,6 @@ Capabilities everything()
 TEST(Capabilities, FullyPopulatedDocumentRoundTripsThroughAllForms)
 {
     const Capabilities original = everything();
-    EXPECT_EQ(test::xml(original).count(QStringLiteral("</")), 32 + 47 + 12 + 4 + 1 + 8 + 4 + 8 + 17 + 2 + 11 + 4 + 2 + 3 + 6 + 2 + 8 + 1);
     test::expectRoundTrip(original);
     // One value changed deep inside makes the documents differ.
     Capabilities changed = original;
