@@ -55,6 +55,7 @@ QByteArray presenceBytes(const QSet<int> &bits, int count)
 struct AfterDefault {
     QByteArray fresh;   // raw form of a new object after ResetToDefault
     QByteArray filled;  // the same after a fully populated object's ResetToDefault
+    QByteArray reset;   // raw form of a fully populated object after Reset
     bool anyData;
     bool hasData;
 };
@@ -68,7 +69,10 @@ AfterDefault afterResetToDefault()
     X filled;
     test::readXml(filled, schema::exampleXml(c));
     filled.ResetToDefault();
-    return {test::raw(fresh), test::raw(filled), fresh.AnyData(), fresh.HasData()};
+    X reset;
+    test::readXml(reset, schema::exampleXml(c));
+    reset.Reset();
+    return {test::raw(fresh), test::raw(filled), test::raw(reset), fresh.AnyData(), fresh.HasData()};
 }
 
 struct DefaultRow {
@@ -124,15 +128,14 @@ TEST(Capabilities, ResetToDefaultTurnsOnTheBitsOfEachClass)
         EXPECT_EQ(test::hex(after.fresh), test::hex(expected));
         // On a populated object it resets first: members empty, values initial.
         EXPECT_EQ(test::hex(after.filled), test::hex(expected));
+        // Reset clears every bit and puts back the initial values, also of required fields.
+        EXPECT_EQ(test::hex(after.reset), test::hex(QByteArray(row.presence, '\0') + QByteArray(row.required, '\0')));
         EXPECT_EQ(after.anyData, !bits.isEmpty());
         EXPECT_EQ(after.hasData, row.hasData);
     }
     // Every class of the subsystem has its row.
     EXPECT_EQ(covered.size(), 17);
 }
-
-// Empty bools follow the HasDefault flag that ResetToDefault follows: the
-// table above pins which fields have it, Xml.BoolText how it is read.
 
 // Beyond Xml.BoolText: other digits, and blanks that are not trimmed.
 TEST(Capabilities, BoolTextIsFalseOnlyForZeroAndFalseInAnyCase)

@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <type_traits>
 
 using namespace HALVANE;
@@ -489,6 +490,45 @@ TEST(Settings, EveryMessageKind)
                                                                                                : "other";
             EXPECT_EQ(kind, c.kind);
         }
+    }
+}
+
+// An empty bool element: the field's default where it has one, else refused
+// while validating and false otherwise; the same rule for the settings and
+// the capabilities.
+TEST(Settings, EmptyBoolElementsWithAndWithoutDefaults)
+{
+    struct Case {
+        const char *cls;
+        const char *element;
+        bool validate;
+        const char *outcome; // "throws", or the value read, with the bit on
+    };
+    const Case cases[] = {
+        {"RecorderSettings", "RecordState", true, "throws"},    {"RecorderSettings", "RecordState", false, "false"},
+        {"FFMSettingsDetail", "AutomaticMeasMode", true, "throws"},
+        {"ScanSettings", "MScanSquelchMode", false, "false"},   {"GPSCSettings", "GPSCEnable", true, "false"},
+        {"GPSCSettings", "GPSCEnable", false, "false"},          {"DFCabapilites", "DFReference", true, "throws"},
+        {"DFCabapilites", "DFReference", false, "false"},       {"DFCabapilites", "DFEnabled", true, "false"},
+        {"ToolsToolbarCapabilities", "Logging", true, "throws"}, {"MasterRecordingCapabilities", "Audio", false, "true"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(std::string(c.element) + (c.validate ? " validating" : ""));
+        const QString cls = QLatin1String(c.cls), element = QLatin1String(c.element);
+        std::unique_ptr<QUILLET::IQuilletObject> object = schema::findClass(cls)->create();
+        object->SetValidate(c.validate);
+        const QString doc = QStringLiteral("<%1><%2/></%1>").arg(cls, element);
+        QString written = QStringLiteral("<%1/>").arg(cls); // the field left unset
+        if (std::string(c.outcome) == "throws") {
+            expectThrow<InvalidXmlException>(
+                [&] { test::readXml(*object, doc); },
+                QStringLiteral("Please set a value or a default for the boolean '%1' in '%2'.").arg(element, cls));
+        } else {
+            test::readXml(*object, doc);
+            written = QStringLiteral("<%1><%2>%3</%2></%1>").arg(cls, element, QLatin1String(c.outcome));
+        }
+        object->SetValidate(false);
+        EXPECT_EQ(test::xml(*object), written);
     }
 }
 
