@@ -24,6 +24,7 @@
 using namespace HALVANE;
 using QUILLET::IQuilletObject;
 using test::expectThrow;
+using test::fullModeManager;
 
 namespace {
 
@@ -140,16 +141,6 @@ struct Loadable<T, std::void_t<decltype(std::declval<IQuilletObject &>().LoadXml
     : std::true_type {};
 static_assert(Loadable<QString>::value && Loadable<QFile *>::value && Loadable<std::nullptr_t>::value, "");
 static_assert(std::is_constructible<IQuilletObject *, ModeManager *>::value, "");
-
-ModeManager fullModeManager()
-{
-    ModeManager m;
-    m.SetValidate(true);
-    m.SetRunningState(1);
-    m.SetDualState(1);
-    m.SetSearchScanMode(3);
-    return m;
-}
 
 QString linearEntityDocument()
 {

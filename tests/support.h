@@ -141,6 +141,17 @@ void expectRoundTrip(const T &original, bool twoDecimals = true)
     }
 }
 
+/*! A ModeManager with its three fields set: On, On, LeaveScanMode. */
+inline HALVANE::ModeManager fullModeManager()
+{
+    HALVANE::ModeManager m;
+    m.SetValidate(true);
+    m.SetRunningState(1);
+    m.SetDualState(1);
+    m.SetSearchScanMode(3);
+    return m;
+}
+
 /*! An Administration with every field set, values of at most two decimals. */
 inline HALVANE::Administration administration()
 {
