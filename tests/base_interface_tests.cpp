@@ -436,24 +436,8 @@ TEST(BaseInterface, FilesThroughTheBase)
     static_cast<IQuilletObject &>(b).LoadXml(&closed);
     EXPECT_TRUE(b == m);
     EXPECT_FALSE(closed.isOpen());
-
-    // An open file is read from where it stands, and stays open.
-    const QString blockName = dir.filePath(QStringLiteral("mode.hvb"));
-    QFile file(blockName);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    file.write("skipped");
-    file.write(m.GetBinaryRepresentationAsQByteArray());
-    file.seek(7);
-    ModeManager c;
-    static_cast<IQuilletObject &>(c).LoadBinary(&file);
-    EXPECT_TRUE(c == m);
-    EXPECT_TRUE(file.isOpen());
-    EXPECT_TRUE(file.atEnd());
-    file.close();
-    QFile closedBlock(blockName);
-    expectThrow<BinaryParsingException>([&] { static_cast<IQuilletObject &>(c).LoadBinary(&closedBlock); },
-                                        QStringLiteral("ModeManager: not a binary representation (bad header)"));
-    EXPECT_FALSE(closedBlock.isOpen());
+    // LoadBinary on open and closed files, read or refused, is
+    // Documents.LoadBinaryReadsAFileAsTheBlockInMemory's.
 
     expectThrow<QuilletException>([&] { target.LoadXml(static_cast<QFile *>(nullptr)); },
                                   QStringLiteral("ModeManager: no file to read"));

@@ -48,12 +48,13 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
     // A zone name Qt does not know, and time spec bytes out of range: Qt
     // would accept them and then crash writing the value. They are refused
     // as corrupt data and leave a null date-time, which every form writes.
-    QByteArray zone;
-    {
-        QDataStream s(&zone, QIODevice::WriteOnly);
-        s.setVersion(QDataStream::Qt_5_12);
-        s << QStringLiteral("Nowhere/Atlantis");
-    }
+    const auto zoneName = [](const QString &name) {
+        return test::written([&](QDataStream &s) {
+            s.setVersion(QDataStream::Qt_5_12);
+            s << name;
+        });
+    };
+    const QByteArray zone = zoneName(QStringLiteral("Nowhere/Atlantis"));
     MeasurementResult unknownZone;
     EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, zone), unknownZone), QDataStream::ReadCorruptData);
     EXPECT_TRUE(unknownZone.GetTimeStamp().isNull());
@@ -63,22 +64,13 @@ TEST(Hostile, RawDateTimesThatQtCannotWriteBack)
         EXPECT_TRUE(r.GetTimeStamp().isNull()) << int(timeSpec);
     }
     // An offset of INT_MIN seconds (once undefined behaviour in the reader).
-    QByteArray offset;
-    {
-        QDataStream s(&offset, QIODevice::WriteOnly);
-        s << qint32(0x80000000);
-    }
     MeasurementResult farOff;
-    EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::OffsetFromUTC, offset), farOff), QDataStream::ReadCorruptData);
+    EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::OffsetFromUTC, QByteArray::fromHex("80000000")), farOff),
+              QDataStream::ReadCorruptData);
     EXPECT_TRUE(farOff.GetTimeStamp().isNull());
 
     // A known zone and an offset read as Qt writes them.
-    QByteArray berlin;
-    {
-        QDataStream s(&berlin, QIODevice::WriteOnly);
-        s.setVersion(QDataStream::Qt_5_12);
-        s << QStringLiteral("Europe/Berlin");
-    }
+    const QByteArray berlin = zoneName(QStringLiteral("Europe/Berlin"));
     MeasurementResult inZone;
     EXPECT_EQ(readRawThenWriteAll(rawResult(Qt::TimeZone, berlin), inZone), QDataStream::Ok);
     EXPECT_EQ(inZone.GetTimeStamp().timeZone().id(), QByteArray("Europe/Berlin"));
