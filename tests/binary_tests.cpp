@@ -7,6 +7,7 @@
 using namespace HALVANE;
 using test::expectThrow;
 using test::hex;
+using test::lengthError;
 using test::Records;
 
 namespace {
@@ -19,12 +20,6 @@ ModeManager onOffIdle()
     m.SetDualState(0);
     m.SetSearchScanMode(0);
     return m;
-}
-
-QString lengthError(const char *objectName)
-{
-    return QString::fromLatin1(objectName)
-           + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
 }
 
 } // namespace

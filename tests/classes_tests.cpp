@@ -11,24 +11,8 @@ using namespace HALVANE;
 
 namespace {
 
-const QDateTime kStamp(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC);
-
-MeasurementData measurement(int item, double value)
-{
-    MeasurementData d;
-    d.SetValidate(true);
-    d.SetMeasurementItem(MeasurementData::MeasurementItem(item));
-    d.SetInternalKey(-7);
-    d.SetMeasurementMode(8);
-    d.SetMeasurementState(1);
-    d.GetMeasurementResult().SetTimeStamp(kStamp);
-    d.GetMeasurementResult().SetDoubleResult(value);
-    d.GetMeasurementResult().SetStringResult(QStringLiteral("text"));
-    d.GetMeasurementResult().SetUnit(QStringLiteral("dBuV"));
-    return d;
-}
-
 using test::administration;
+using test::measurement;
 
 using test::expectRoundTrip;
 

@@ -130,8 +130,7 @@ Outcome readVia(Via via, T &object, qint32 length, const QByteArray &records, qi
 
 QString lengthError(const char *objectName)
 {
-    return QStringLiteral("BinaryParsingException: ") + QString::fromLatin1(objectName)
-           + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
+    return QStringLiteral("BinaryParsingException: ") + test::lengthError(QString::fromLatin1(objectName));
 }
 
 /*! Reads the same input on every device into a fresh T made by \a make and
@@ -155,12 +154,7 @@ using test::administration;
 
 MeasurementData measurement(int key)
 {
-    MeasurementData d;
-    d.SetMeasurementItem(1);
-    d.SetInternalKey(key);
-    d.GetMeasurementResult().SetTimeStamp(QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC));
-    d.GetMeasurementResult().SetDoubleResult(key / 4.0);
-    return d;
+    return test::measurement(key, key / 4.0);
 }
 
 // Field tags of the records made by hand below.

@@ -182,6 +182,29 @@ inline HALVANE::Administration administration()
     return a;
 }
 
+/*! A complete MeasurementData (a list that validates takes it) with every
+    field set; item and value as given. */
+inline HALVANE::MeasurementData measurement(int item, double value)
+{
+    HALVANE::MeasurementData d;
+    d.SetValidate(true);
+    d.SetMeasurementItem(HALVANE::MeasurementData::MeasurementItem(item));
+    d.SetInternalKey(-7);
+    d.SetMeasurementMode(8);
+    d.SetMeasurementState(1);
+    d.GetMeasurementResult().SetTimeStamp(QDateTime(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC));
+    d.GetMeasurementResult().SetDoubleResult(value);
+    d.GetMeasurementResult().SetStringResult(QStringLiteral("text"));
+    d.GetMeasurementResult().SetUnit(QStringLiteral("dBuV"));
+    return d;
+}
+
+/*! The message of a length error that \a objectName's SetBinary reports. */
+inline QString lengthError(const QString &objectName)
+{
+    return objectName + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
+}
+
 /*! Builds tagged input by hand: records of tag, length and value. */
 class Records
 {
