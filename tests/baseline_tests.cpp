@@ -14,10 +14,7 @@ namespace {
 template <class Plain>
 QString baselineXml(const Plain &plain)
 {
-    QString text;
-    QXmlStreamWriter w(&text);
-    baseline::writeXml(w, plain);
-    return text;
+    return test::writtenXml([&](QXmlStreamWriter &w) { baseline::writeXml(w, plain); });
 }
 
 template <class Plain>

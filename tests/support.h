@@ -74,14 +74,19 @@ void readRaw(T &object, const QByteArray &bytes)
     object.SetVersionSpecificBinaryWithoutValidation(in);
 }
 
-/*! GetXml on a writer without document prologue or formatting. */
-template <class T>
-QString xml(const T &object)
+/*! What \a write writes, on a writer without document prologue or formatting. */
+inline QString writtenXml(const std::function<void(QXmlStreamWriter &)> &write)
 {
     QString text;
     QXmlStreamWriter writer(&text);
-    object.GetXml(writer);
+    write(writer);
     return text;
+}
+
+template <class T>
+QString xml(const T &object)
+{
+    return writtenXml([&](QXmlStreamWriter &w) { object.GetXml(w); });
 }
 
 template <class T>
