@@ -458,24 +458,20 @@ TEST(BaseInterface, DocumentTypeDeclarationsAreRefused)
     const QString inside = QStringLiteral("<ModeManager>\n<RunningState>On</RunningState>") + parameterEntityDeclaration()
                            + QStringLiteral("</ModeManager>");
     const QString after = QStringLiteral("<ModeManager/>\n\n") + parameterEntityDeclaration();
+    const auto refused = [&](const QString &text, int line, int column, bool resetFirst = false) {
+        expectThrow<InvalidXmlException>(
+            [&] { object.SetXmlString(text, resetFirst); },
+            QStringLiteral("ModeManager: XML error at line %1, column %2: ").arg(line).arg(column) + kNoDtd);
+    };
     const long long before = test::allocations();
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(linear, false); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(parameters, true); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(inside, true); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 31: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(after, true); },
-                                     QStringLiteral("ModeManager: XML error at line 3, column 0: ") + kNoDtd);
+    refused(linear, 2, 0);
+    refused(parameters, 2, 0, true);
+    refused(inside, 2, 31, true);
+    refused(after, 3, 0, true);
     // A few for each message, none for a reader's expansions.
     EXPECT_LT(test::allocations() - before, 100);
     EXPECT_TRUE(m == fullModeManager());
 
-    const auto refused = [&](const QString &text, int line, int column) {
-        expectThrow<InvalidXmlException>(
-            [&] { object.SetXmlString(text); },
-            QStringLiteral("ModeManager: XML error at line %1, column %2: ").arg(line).arg(column) + kNoDtd);
-    };
     refused(QStringLiteral("<!DOCTYPE ModeManager><ModeManager/>"), 1, 0);
     refused(QString(QChar(0xFEFF)) + QStringLiteral("<?xml version=\"1.0\"?><!DOCTYPE ModeManager><ModeManager/>"), 1, 21);
     refused(QStringLiteral("<?xml version=\"1.0\"?>\r\n<?pi x?>\r<!-- a\n b -->\t <!DOCTYPE ModeManager SYSTEM \"x.dtd\">"

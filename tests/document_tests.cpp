@@ -307,27 +307,22 @@ TEST(Documents, BinaryRepresentationHeader)
 TEST(Documents, CompressedBlocks)
 {
     ModeManager back;
+    // A size claim in hex, then 20 bytes.
+    const auto refused = [&](const char *claim, const char *message) {
+        expectThrow<BinaryParsingException>(
+            [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex(claim) + QByteArray(20, 'x')); },
+            QStringLiteral("ModeManager: ") + QLatin1String(message));
+    };
     // Claims far beyond what 20 bytes can hold are refused before Qt allocates.
-    const QByteArray tail(20, 'x');
     const long long before = test::allocations();
-    expectThrow<BinaryParsingException>(
-        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("80000000") + tail); },
-        QStringLiteral("ModeManager: compressed block claims 2147483648 bytes, more than the limit of 24832"));
-    expectThrow<BinaryParsingException>(
-        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("3FFFFFFF") + tail); },
-        QStringLiteral("ModeManager: compressed block claims 1073741823 bytes, more than the limit of 24832"));
+    refused("80000000", "compressed block claims 2147483648 bytes, more than the limit of 24832");
+    refused("3FFFFFFF", "compressed block claims 1073741823 bytes, more than the limit of 24832");
     EXPECT_LT(test::allocations() - before, 100);
     // The limit itself is a claim zlib could keep (1032 bytes per byte, plus
     // 64): it reaches the decompressor, one byte more does not.
-    expectThrow<BinaryParsingException>(
-        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00006100") + tail); },
-        QStringLiteral("ModeManager: compressed block is corrupt"));
-    expectThrow<BinaryParsingException>(
-        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00006101") + tail); },
-        QStringLiteral("ModeManager: compressed block claims 24833 bytes, more than the limit of 24832"));
-    expectThrow<BinaryParsingException>(
-        [&] { back.SetCompressedBinaryRepresentation(QByteArray::fromHex("00000010") + tail); },
-        QStringLiteral("ModeManager: compressed block is corrupt"));
+    refused("00006100", "compressed block is corrupt");
+    refused("00006101", "compressed block claims 24833 bytes, more than the limit of 24832");
+    refused("00000010", "compressed block is corrupt");
     expectThrow<BinaryParsingException>([&] { back.SetCompressedBinaryRepresentation(QByteArray("ab")); },
                                         QStringLiteral("ModeManager: compressed block is truncated"));
 }
