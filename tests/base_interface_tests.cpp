@@ -24,6 +24,7 @@
 using namespace HALVANE;
 using QUILLET::IQuilletObject;
 using test::expectThrow;
+using test::fullModeManager;
 
 namespace {
 
@@ -140,16 +141,6 @@ struct Loadable<T, std::void_t<decltype(std::declval<IQuilletObject &>().LoadXml
     : std::true_type {};
 static_assert(Loadable<QString>::value && Loadable<QFile *>::value && Loadable<std::nullptr_t>::value, "");
 static_assert(std::is_constructible<IQuilletObject *, ModeManager *>::value, "");
-
-ModeManager fullModeManager()
-{
-    ModeManager m;
-    m.SetValidate(true);
-    m.SetRunningState(1);
-    m.SetDualState(1);
-    m.SetSearchScanMode(3);
-    return m;
-}
 
 QString linearEntityDocument()
 {
@@ -445,24 +436,8 @@ TEST(BaseInterface, FilesThroughTheBase)
     static_cast<IQuilletObject &>(b).LoadXml(&closed);
     EXPECT_TRUE(b == m);
     EXPECT_FALSE(closed.isOpen());
-
-    // An open file is read from where it stands, and stays open.
-    const QString blockName = dir.filePath(QStringLiteral("mode.hvb"));
-    QFile file(blockName);
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    file.write("skipped");
-    file.write(m.GetBinaryRepresentationAsQByteArray());
-    file.seek(7);
-    ModeManager c;
-    static_cast<IQuilletObject &>(c).LoadBinary(&file);
-    EXPECT_TRUE(c == m);
-    EXPECT_TRUE(file.isOpen());
-    EXPECT_TRUE(file.atEnd());
-    file.close();
-    QFile closedBlock(blockName);
-    expectThrow<BinaryParsingException>([&] { static_cast<IQuilletObject &>(c).LoadBinary(&closedBlock); },
-                                        QStringLiteral("ModeManager: not a binary representation (bad header)"));
-    EXPECT_FALSE(closedBlock.isOpen());
+    // LoadBinary on open and closed files, read or refused, is
+    // Documents.LoadBinaryReadsAFileAsTheBlockInMemory's.
 
     expectThrow<QuilletException>([&] { target.LoadXml(static_cast<QFile *>(nullptr)); },
                                   QStringLiteral("ModeManager: no file to read"));
@@ -483,24 +458,20 @@ TEST(BaseInterface, DocumentTypeDeclarationsAreRefused)
     const QString inside = QStringLiteral("<ModeManager>\n<RunningState>On</RunningState>") + parameterEntityDeclaration()
                            + QStringLiteral("</ModeManager>");
     const QString after = QStringLiteral("<ModeManager/>\n\n") + parameterEntityDeclaration();
+    const auto refused = [&](const QString &text, int line, int column, bool resetFirst = false) {
+        expectThrow<InvalidXmlException>(
+            [&] { object.SetXmlString(text, resetFirst); },
+            QStringLiteral("ModeManager: XML error at line %1, column %2: ").arg(line).arg(column) + kNoDtd);
+    };
     const long long before = test::allocations();
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(linear, false); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(parameters, true); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 0: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(inside, true); },
-                                     QStringLiteral("ModeManager: XML error at line 2, column 31: ") + kNoDtd);
-    expectThrow<InvalidXmlException>([&] { object.SetXmlString(after, true); },
-                                     QStringLiteral("ModeManager: XML error at line 3, column 0: ") + kNoDtd);
+    refused(linear, 2, 0);
+    refused(parameters, 2, 0, true);
+    refused(inside, 2, 31, true);
+    refused(after, 3, 0, true);
     // A few for each message, none for a reader's expansions.
     EXPECT_LT(test::allocations() - before, 100);
     EXPECT_TRUE(m == fullModeManager());
 
-    const auto refused = [&](const QString &text, int line, int column) {
-        expectThrow<InvalidXmlException>(
-            [&] { object.SetXmlString(text); },
-            QStringLiteral("ModeManager: XML error at line %1, column %2: ").arg(line).arg(column) + kNoDtd);
-    };
     refused(QStringLiteral("<!DOCTYPE ModeManager><ModeManager/>"), 1, 0);
     refused(QString(QChar(0xFEFF)) + QStringLiteral("<?xml version=\"1.0\"?><!DOCTYPE ModeManager><ModeManager/>"), 1, 21);
     refused(QStringLiteral("<?xml version=\"1.0\"?>\r\n<?pi x?>\r<!-- a\n b -->\t <!DOCTYPE ModeManager SYSTEM \"x.dtd\">"

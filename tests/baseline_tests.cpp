@@ -7,86 +7,92 @@
 #include "../bench/baseline_settings.h"
 #include "../bench/documents.h"
 
+#include <type_traits>
+
 namespace {
 
-template <class Lib, class Plain>
-void expectSameForms(const Lib &library, const Plain &plain)
+template <class Plain>
+QString baselineXml(const Plain &plain)
 {
-    QString baselineXml;
-    {
-        QXmlStreamWriter w(&baselineXml);
-        baseline::writeXml(w, plain);
-    }
-    EXPECT_EQ(baselineXml, test::xml(library));
-    EXPECT_EQ(test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }), test::tagged(library));
-    EXPECT_EQ(test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }), test::raw(library));
+    return test::writtenXml([&](QXmlStreamWriter &w) { baseline::writeXml(w, plain); });
+}
 
-    // The baseline reads the library's forms back to what it writes itself.
-    Plain fromXml, fromTagged, fromRaw;
-    QXmlStreamReader reader(test::xml(library));
-    reader.readNextStartElement();
-    baseline::readXml(reader, fromXml);
-    QString again;
-    {
-        QXmlStreamWriter w(&again);
-        baseline::writeXml(w, fromXml);
+template <class Plain>
+QByteArray baselineTagged(const Plain &plain)
+{
+    return test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); });
+}
+
+template <class Plain>
+QByteArray baselineRaw(const Plain &plain)
+{
+    return test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); });
+}
+
+// The documents of the bench that the baseline compares (the others are only
+// written and read).
+template <class T, class = void>
+struct Comparable : std::false_type {};
+template <class T>
+struct Comparable<T, std::void_t<decltype(std::declval<const T &>() == std::declval<const T &>())>> : std::true_type {};
+
+template <class Plain>
+void expectSamePlain(const Plain &read, const Plain &plain)
+{
+    if constexpr (Comparable<Plain>::value) {
+        EXPECT_TRUE(read == plain);
     }
-    EXPECT_EQ(again, baselineXml);
+}
+
+// The baseline writes the library's three forms of the same document; it
+// reads each of them to the values it was built from, to the end of the
+// bytes and to the same forms again; the library reads the baseline's forms
+// to the document it was built as. XML and the tagged form keep two
+// decimals: for values with more, say so in \a twoDecimals, and only the raw
+// form must read back to equal values.
+template <class Lib, class Plain>
+void expectSameForms(const Lib &library, const Plain &plain, bool twoDecimals = true)
+{
+    const QString xml = test::xml(library);
     const QByteArray tagged = test::tagged(library);
-    QDataStream in(tagged);
-    qint32 length;
-    in >> length;
-    baseline::readTagged(in, length, fromTagged);
-    EXPECT_EQ(test::written([&](QDataStream &s) { baseline::writeTagged(s, fromTagged); }), tagged);
     const QByteArray raw = test::raw(library);
-    QDataStream rawIn(raw);
-    baseline::readRaw(rawIn, fromRaw);
-    EXPECT_EQ(test::written([&](QDataStream &s) { baseline::writeRaw(s, fromRaw); }), raw);
-}
+    EXPECT_EQ(baselineXml(plain), xml);
+    EXPECT_EQ(baselineTagged(plain), tagged);
+    EXPECT_EQ(baselineRaw(plain), raw);
 
-// The library reads the baseline's three forms to the document it was built as.
-template <class Lib, class Plain>
-void expectLibraryReadsTheBaseline(const Plain &plain, const Lib &library)
-{
-    Lib fromXml, fromTagged, fromRaw;
-    fromXml.SetValidate(true);
-    fromTagged.SetValidate(true);
-    QString text;
-    {
-        QXmlStreamWriter w(&text);
-        baseline::writeXml(w, plain);
-    }
-    test::readXml(fromXml, text);
-    EXPECT_TRUE(fromXml == library);
-    test::readTagged(fromTagged, test::written([&](QDataStream &s) { baseline::writeTagged(s, plain); }));
-    EXPECT_TRUE(fromTagged == library);
-    test::readRaw(fromRaw, test::written([&](QDataStream &s) { baseline::writeRaw(s, plain); }));
-    EXPECT_TRUE(fromRaw == library);
-}
-
-// The baseline reads each of the library's forms to the values it was built
-// from, and to the end of the bytes.
-template <class Lib, class Plain>
-void expectBaselineReadsTheLibrary(const Lib &library, const Plain &plain)
-{
     Plain fromXml, fromTagged, fromRaw;
-    QXmlStreamReader reader(test::xml(library));
+    QXmlStreamReader reader(xml);
     reader.readNextStartElement();
     baseline::readXml(reader, fromXml);
-    EXPECT_TRUE(fromXml == plain);
-    const QByteArray tagged = test::tagged(library);
+    if (twoDecimals)
+        expectSamePlain(fromXml, plain);
+    EXPECT_EQ(baselineXml(fromXml), xml);
     QDataStream in(tagged);
     qint32 length;
     in >> length;
     EXPECT_EQ(length, tagged.size() - 4);
     baseline::readTagged(in, length, fromTagged);
-    EXPECT_TRUE(fromTagged == plain);
+    if (twoDecimals)
+        expectSamePlain(fromTagged, plain);
     EXPECT_TRUE(in.atEnd());
-    const QByteArray raw = test::raw(library);
+    EXPECT_EQ(baselineTagged(fromTagged), tagged);
     QDataStream rawIn(raw);
     baseline::readRaw(rawIn, fromRaw);
-    EXPECT_TRUE(fromRaw == plain);
+    expectSamePlain(fromRaw, plain);
     EXPECT_TRUE(rawIn.atEnd());
+    EXPECT_EQ(baselineRaw(fromRaw), raw);
+
+    Lib libFromXml, libFromTagged, libFromRaw;
+    libFromXml.SetValidate(true);
+    libFromTagged.SetValidate(true);
+    test::readXml(libFromXml, baselineXml(plain));
+    test::readTagged(libFromTagged, baselineTagged(plain));
+    if (twoDecimals) {
+        EXPECT_TRUE(libFromXml == library);
+        EXPECT_TRUE(libFromTagged == library);
+    }
+    test::readRaw(libFromRaw, baselineRaw(plain));
+    EXPECT_TRUE(libFromRaw == library);
 }
 
 } // namespace
@@ -95,8 +101,7 @@ TEST(Baseline, WritesTheLibrarysTextAndBytes)
 {
     expectSameForms(documents::modeManager(), documents::plainModeManager());
     expectSameForms(documents::administration(), documents::plainAdministration());
-    expectSameForms(documents::results(300), documents::plainResults(300));
-    EXPECT_TRUE(documents::plainResults(50) == documents::plainResults(50));
+    expectSameForms(documents::results(300), documents::plainResults(300), false);
 }
 
 TEST(Baseline, WritesAndReadsTheLibrarysCapabilities)
@@ -115,9 +120,6 @@ TEST(Baseline, WritesAndReadsTheLibrarysCapabilities)
     EXPECT_TRUE(text.endsWith(QLatin1String("<SystemAntennaConnectedCommand>false</SystemAntennaConnectedCommand>"
                                             "</Capabilities>")))
         << text.toStdString();
-
-    expectBaselineReadsTheLibrary(library, plain);
-    expectLibraryReadsTheBaseline(plain, library);
 
     // The comparison the bench times looks into the nested structs.
     baseline::Capabilities changed = plain;
@@ -168,9 +170,6 @@ TEST(Baseline, WritesAndReadsTheLibrarysReceiverSettings)
     ASSERT_GE(list, 0);
     EXPECT_EQ(test::hex(tagged.mid(list + 8, 4)), "00 00 00 04");
     EXPECT_EQ(tagged.mid(list + 16, 18), QByteArray::fromHex("6274A6BA 0000000A 00000006") + "Sensor");
-
-    expectBaselineReadsTheLibrary(library, plain);
-    expectLibraryReadsTheBaseline(plain, library);
 
     // The baseline reads a prefix given as an element, an empty one as "Sensor".
     baseline::ReceiverSettings prefixes;
@@ -237,9 +236,6 @@ TEST(Baseline, WritesAndReadsTheLibrarysAntennaMatrix)
     const int pattern = tagged.indexOf(QByteArray::fromHex("47DEEEB2"));
     ASSERT_GE(pattern, 0);
     EXPECT_EQ(tagged.mid(pattern + 8, 30), QByteArray::fromHex("CB4CF645 00000016 00000012") + "HF loop, pattern 0");
-
-    expectBaselineReadsTheLibrary(library, plain);
-    expectLibraryReadsTheBaseline(plain, library);
 
     // The comparison the bench times looks into every list and nested struct.
     baseline::AntennaMatrixConfiguration changed = plain;

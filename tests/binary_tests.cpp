@@ -7,6 +7,7 @@
 using namespace HALVANE;
 using test::expectThrow;
 using test::hex;
+using test::lengthError;
 using test::Records;
 
 namespace {
@@ -19,12 +20,6 @@ ModeManager onOffIdle()
     m.SetDualState(0);
     m.SetSearchScanMode(0);
     return m;
-}
-
-QString lengthError(const char *objectName)
-{
-    return QString::fromLatin1(objectName)
-           + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
 }
 
 } // namespace
@@ -48,10 +43,6 @@ TEST(Tagged, ModeManagerBytes)
     holder.SetItems({good});
     holder.SetValidate(true);
     EXPECT_EQ(test::tagged(holder, 5, true), QByteArray("(nothing)"));
-
-    ModeManager back;
-    test::readTagged(back, test::tagged(onOffIdle()));
-    EXPECT_TRUE(back == onOffIdle());
 }
 
 TEST(Tagged, HonoursTheStreamsByteOrder)
@@ -105,9 +96,6 @@ TEST(Tagged, ListsAndOptionalFields)
     EXPECT_EQ(hex(test::tagged(s)), "00 00 00 2E "
                                     "00 00 01 0D 00 00 00 0E 00 00 00 01 00 00 00 06 00 00 00 02 61 62 "
                                     "00 00 01 0E 00 00 00 10 00 00 00 01 00 00 00 08 00 00 00 04 41 75 74 6F");
-    Sample back;
-    test::readTagged(back, test::tagged(s));
-    EXPECT_TRUE(back == s);
 }
 
 TEST(Tagged, NumbersAsTextWithTwoDecimals)
@@ -142,9 +130,6 @@ TEST(Tagged, MeasurementResultWritesItsAttributeFirst)
     const QByteArray bytes = test::tagged(r);
     EXPECT_EQ(hex(bytes.mid(4, 4)), "88 87 1B 46");
     EXPECT_EQ(hex(bytes.mid(4 + 8 + 6, 4)), "48 B9 2D 4D");
-    MeasurementResult back;
-    test::readTagged(back, bytes);
-    EXPECT_TRUE(back == r);
 }
 
 TEST(Tagged, LengthsThatDoNotAddUp)
@@ -158,21 +143,6 @@ TEST(Tagged, LengthsThatDoNotAddUp)
     {
         QDataStream in(QByteArray("abc"));
         expectThrow<BinaryParsingException>([&] { m.SetBinary(in, -1); }, lengthError("ModeManager"));
-    }
-    // The stream ends inside the object: what was read stays.
-    const QByteArray one = Records().textRecord(0xA2170003, "On").data();
-    {
-        QDataStream in(one);
-        ModeManager partial;
-        expectThrow<BinaryParsingException>([&] { partial.SetBinary(in, 100); }, lengthError("ModeManager"));
-        EXPECT_EQ(partial.GetRunningState(), 1);
-    }
-    // A record longer than its object.
-    {
-        QDataStream in(one + one);
-        ModeManager partial;
-        expectThrow<BinaryParsingException>([&] { partial.SetBinary(in, one.size() + 4); },
-                                            lengthError("ModeManager"));
     }
     // A text whose length word runs past the end.
     for (quint32 word : {0x7FFFFFFEu, 0xFFFFFFFEu, 0x80000000u}) {
@@ -208,17 +178,28 @@ TEST(Tagged, UnknownRecordsAreSkipped)
 
 TEST(Tagged, HostileCountsAllocateNothingLarge)
 {
-    for (qint32 count : {0x7FFFFFFF, -1, -0x7FFFFFFF}) {
-        MeasurementResultList list;
-        const QByteArray bytes =
-            Records().record(0xCCA6575E, [&](Records &r) { r.i32(count); }).object();
-        const long long before = test::allocations();
-        try {
-            test::readTagged(list, bytes);
-        } catch (const BinaryParsingException &) {
+    // Alone, and before the length word of a first item.
+    for (qint32 count : {0x7FFFFFFF, -1, -0x7FFFFFFF, qint32(0x80000000)}) {
+        for (bool item : {false, true}) {
+            MeasurementResultList list;
+            const QByteArray bytes = Records()
+                                         .record(0xCCA6575E, [&](Records &r) {
+                                             r.i32(count);
+                                             if (item)
+                                                 r.i32(4);
+                                         })
+                                         .object();
+            const long long before = test::allocations();
+            const long long largest = test::largestAllocation([&] {
+                try {
+                    test::readTagged(list, bytes);
+                } catch (const BinaryParsingException &) {
+                }
+            });
+            EXPECT_LT(test::allocations() - before, 50);
+            EXPECT_LT(largest, 4096); // no room made for what the count claims
+            EXPECT_EQ(list.GetMeasurementData().size(), 0);
         }
-        EXPECT_LT(test::allocations() - before, 50);
-        EXPECT_EQ(list.GetMeasurementData().size(), 0);
     }
     MeasurementList items;
     expectThrow<BinaryParsingException>(
@@ -246,20 +227,11 @@ TEST(Raw, LayoutFollowsFieldOrderAndPresence)
     list.AppendMeasurementItem(68);
     list.SetRecordingState(1);
     EXPECT_EQ(hex(test::raw(list)), "03 00 00 00 01 44 01");
-    MeasurementList back;
-    test::readRaw(back, test::raw(list));
-    EXPECT_TRUE(back == list);
 }
 
-TEST(Raw, TruncatedInputSetsTheStreamStatus)
+TEST(Raw, HighPresenceBitsAreNotKept)
 {
-    MeasurementResultList list;
-    QDataStream in(QByteArray::fromHex("017FFFFFFF00"));
-    list.SetVersionSpecificBinaryWithoutValidation(in);
-    EXPECT_NE(in.status(), QDataStream::Ok);
-    EXPECT_EQ(list.GetMeasurementData().size(), 0);
-
-    // High presence bits beyond the field count are not kept.
+    // Bits beyond the field count.
     ModeManager m;
     test::readRaw(m, QByteArray::fromHex("FF010101"));
     EXPECT_EQ(hex(test::raw(m)), "07 01 01 01");

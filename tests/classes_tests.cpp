@@ -8,28 +8,11 @@
 #include <QtCore/QFile>
 
 using namespace HALVANE;
-using test::expectThrow;
 
 namespace {
 
-const QDateTime kStamp(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC);
-
-MeasurementData measurement(int item, double value)
-{
-    MeasurementData d;
-    d.SetValidate(true);
-    d.SetMeasurementItem(MeasurementData::MeasurementItem(item));
-    d.SetInternalKey(-7);
-    d.SetMeasurementMode(8);
-    d.SetMeasurementState(1);
-    d.GetMeasurementResult().SetTimeStamp(kStamp);
-    d.GetMeasurementResult().SetDoubleResult(value);
-    d.GetMeasurementResult().SetStringResult(QStringLiteral("text"));
-    d.GetMeasurementResult().SetUnit(QStringLiteral("dBuV"));
-    return d;
-}
-
 using test::administration;
+using test::measurement;
 
 using test::expectRoundTrip;
 
@@ -68,16 +51,6 @@ TEST(Classes, AdministrationTablesAndConverters)
     ASSERT_EQ(drivers.size(), 34);
     EXPECT_EQ(drivers[24].Name, QStringLiteral("Alder8_Driver"));
     EXPECT_EQ(drivers[24].Helpid, 60480);
-    const auto dfs = Administration::GetDFs();
-    ASSERT_EQ(dfs.size(), 8);
-    EXPECT_EQ(dfs[3].Itemname, QStringLiteral("ELEVATIONTHRESHOLD"));
-    EXPECT_EQ(Administration::GetMassDataStreamss().size(), 17);
-    EXPECT_EQ(Administration::GetIFPans()[1].Selflag, QStringLiteral("MIN"));
-    EXPECT_EQ(Administration::GetGenerals().size(), 2);
-    EXPECT_EQ(Administration::GetCWs().size(), 11);
-    EXPECT_EQ(Administration::GetGUISpeeds().size(), 4);
-    EXPECT_EQ(Administration::GetGUIRDSStates().size(), 3);
-    EXPECT_EQ(Administration::GetGUIClearGroups().size(), 2);
     EXPECT_EQ(Administration::GetGUIHardwareStatuss().at(6), QStringLiteral("INITMEMORY"));
 }
 
@@ -86,8 +59,6 @@ TEST(Classes, MeasurementItemTable)
     const auto rows = MeasurementList::GetMeasurementItems();
     ASSERT_EQ(rows.size(), 69);
     EXPECT_EQ(rows[68].Name, QStringLiteral("Compass_Offset"));
-    EXPECT_EQ(rows[19].Itemname, QStringLiteral("FMScan_AM"));
-    EXPECT_EQ(rows[14].Itemname, QStringLiteral("IFPan;Level"));
     EXPECT_EQ(MeasurementData::GetMeasurementItems().size(), 69);
     EXPECT_EQ(MeasurementList::NameToMeasurementItem(QStringLiteral("CW_Field Strength")), 2);
     EXPECT_EQ(MeasurementList::ItemnameToMeasurementItem(QStringLiteral("FScan_AM")), -1);
@@ -102,8 +73,6 @@ TEST(Classes, MeasurementItemTable)
     EXPECT_TRUE(MeasurementList::MeasurementItemToMode(69).isNull());
 
     EXPECT_EQ(MeasurementList::GetRecordingStates(), (QStringList{QStringLiteral("On"), QStringLiteral("Off")}));
-    EXPECT_EQ(ModeManager::GetRunningStates(), (QStringList{QStringLiteral("Off"), QStringLiteral("On")}));
-    EXPECT_EQ(MeasurementData::GetMeasurementModes().size(), 9);
     EXPECT_EQ(MeasurementData::MeasurementStateToName(0), QStringLiteral("request to start measurement"));
     EXPECT_EQ(ModeManager::GetSearchScanModes()[7].Guiname, QStringLiteral("SUPP"));
 }
@@ -123,11 +92,6 @@ TEST(Classes, AdministrationDocument)
               "<Speed>Ludicrous speed</Speed></Administration>");
     EXPECT_EQ(test::raw(a).left(4).toHex().toStdString(), "ff0f060a");
     expectRoundTrip(a);
-
-    Administration missingSpeed = administration();
-    missingSpeed.ResetSpeed();
-    expectThrow<OutOfRangeException>([&] { test::xml(missingSpeed); },
-                                     QStringLiteral("Administration: Please set Speed properly."));
 }
 
 TEST(Classes, SensorMetaDataBytes)
@@ -165,11 +129,6 @@ TEST(Classes, MeasurementResultListDocument)
         << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("<DoubleResult>12.35</DoubleResult><StringResult>text</StringResult>")));
     expectRoundTrip(list, false);
-
-    MeasurementResultList empty;
-    empty.SetValidate(true);
-    expectThrow<OutOfRangeException>([&] { test::xml(empty); },
-                                     QStringLiteral("MeasurementResultList: Please set MeasurementData properly."));
 }
 
 // Every name table, field tag and class id of the registry against its
@@ -190,21 +149,14 @@ TEST(Classes, TablesMatchTheirReferenceText)
               QString(expected).remove(QStringLiteral(" document")).toStdString());
 }
 
-TEST(Classes, EveryClassRoundTrips)
+// Values beyond the registry's examples, which Sweep takes through the forms.
+TEST(Classes, RoundTripsOfChosenValues)
 {
-    ModeManager mode;
-    mode.SetRunningState(1);
-    mode.SetDualState(1);
-    mode.SetSearchScanMode(7);
-    expectRoundTrip(mode);
-
     MinMaxStep mms;
     mms.SetMin(-1e9);
     mms.SetMax(1e9);
     mms.SetStep(0.5);
     expectRoundTrip(mms);
-    expectRoundTrip(administration().GetSensorMetaData());
-    expectRoundTrip(administration());
 
     MeasurementList items;
     for (int i = 0; i < 69; ++i)
@@ -212,7 +164,6 @@ TEST(Classes, EveryClassRoundTrips)
     items.SetRecordingState(0);
     expectRoundTrip(items);
 
-    expectRoundTrip(measurement(5, 1.5).GetMeasurementResult());
     expectRoundTrip(measurement(30, 99.99));
 
     RDSResult rds;

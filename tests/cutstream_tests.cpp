@@ -130,8 +130,7 @@ Outcome readVia(Via via, T &object, qint32 length, const QByteArray &records, qi
 
 QString lengthError(const char *objectName)
 {
-    return QStringLiteral("BinaryParsingException: ") + QString::fromLatin1(objectName)
-           + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
+    return QStringLiteral("BinaryParsingException: ") + test::lengthError(QString::fromLatin1(objectName));
 }
 
 /*! Reads the same input on every device into a fresh T made by \a make and
@@ -155,12 +154,7 @@ using test::administration;
 
 MeasurementData measurement(int key)
 {
-    MeasurementData d;
-    d.SetMeasurementItem(1);
-    d.SetInternalKey(key);
-    d.GetMeasurementResult().SetTimeStamp(QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC));
-    d.GetMeasurementResult().SetDoubleResult(key / 4.0);
-    return d;
+    return test::measurement(key, key / 4.0);
 }
 
 // Field tags of the records made by hand below.
@@ -179,11 +173,6 @@ constexpr quint32 kInternalKey = 0xACB208C7;
 constexpr quint32 kRunningState = 0xA2170003;
 constexpr quint32 kDualState = 0xE15535C6;
 constexpr quint32 kSearchScanMode = 0xA98C8F75;
-
-QByteArray name(const QString &text)
-{
-    return text.toUtf8();
-}
 
 } // namespace
 
@@ -212,8 +201,8 @@ TEST(CutStream, StreamEndingInsideTheObject)
     // The stream ends between two records: the complete ones stay, the loop
     // stops at the end, and no read ran past it.
     const QByteArray twoRecords = Records()
-                                      .textRecord(kHardwareStatus, name(Administration::HardwareStatusToName(6)))
-                                      .textRecord(kCW, name(Administration::CWToName(10)))
+                                      .textRecord(kHardwareStatus, Administration::HardwareStatusToName(6).toUtf8())
+                                      .textRecord(kCW, Administration::CWToName(10).toUtf8())
                                       .data();
     expectOnEveryDevice<Administration>(length, twoRecords,
                                         {lengthError("Administration"), 4 + twoRecords.size(), QDataStream::Ok},
@@ -229,7 +218,7 @@ TEST(CutStream, StreamEndingInsideTheObject)
     // It ends inside the nested object: the nested object reports, and the
     // owner does not count it as set, though it keeps what it read.
     const QByteArray intoNested = Records()
-                                      .textRecord(kHardwareStatus, name(Administration::HardwareStatusToName(2)))
+                                      .textRecord(kHardwareStatus, Administration::HardwareStatusToName(2).toUtf8())
                                       .i32(qint32(kSensorMetaData))
                                       .i32(200)
                                       .textRecord(kGroup, "Level")
@@ -273,11 +262,11 @@ TEST(CutStream, RecordsRunningPastTheirObject)
     // from the stream all the same, and the third is left for the next reader.
     const QByteArray three = Records()
                                  .textRecord(kRunningState, "On")
-                                 .textRecord(kDualState, name(ModeManager::DualStateToName(1)))
-                                 .textRecord(kSearchScanMode, name(ModeManager::SearchScanModeToName(0)))
+                                 .textRecord(kDualState, ModeManager::DualStateToName(1).toUtf8())
+                                 .textRecord(kSearchScanMode, ModeManager::SearchScanModeToName(0).toUtf8())
                                  .data();
     const int first = 8 + 4 + 2;
-    const int second = 8 + 4 + name(ModeManager::DualStateToName(1)).size();
+    const int second = 8 + 4 + ModeManager::DualStateToName(1).toUtf8().size();
     expectOnEveryDevice<ModeManager>(first + 4, three,
                                      {lengthError("ModeManager"), 4 + first + second, QDataStream::Ok},
                                      [](ModeManager &m) {
@@ -299,7 +288,7 @@ TEST(CutStream, RecordsRunningPastTheirObject)
     // A nested object whose record runs past its own length reports by its
     // own name; its owners keep what they read before and leave it unset.
     const QByteArray nested = Records()
-                                  .textRecord(kHardwareStatus, name(Administration::HardwareStatusToName(3)))
+                                  .textRecord(kHardwareStatus, Administration::HardwareStatusToName(3).toUtf8())
                                   .i32(qint32(kSensorMetaData))
                                   .i32(60)
                                   .textRecord(kGroup, "grp")
@@ -310,7 +299,7 @@ TEST(CutStream, RecordsRunningPastTheirObject)
                                   .textRecord(kUnit, "dB")
                                   .data();
     const int throughMin =
-        8 + 4 + name(Administration::HardwareStatusToName(3)).size() + 8 + (8 + 4 + 3) + 8 + (8 + 4 + 4);
+        8 + 4 + Administration::HardwareStatusToName(3).toUtf8().size() + 8 + (8 + 4 + 3) + 8 + (8 + 4 + 4);
     expectOnEveryDevice<Administration>(nested.size(), nested,
                                         {lengthError("MinMaxStep"), 4 + throughMin, QDataStream::Ok},
                                         [](Administration &a) {
@@ -397,7 +386,7 @@ TEST(CutStream, ValuesCutByTheEndOfTheStream)
 
     // With validation on the setter sees the empty name first, and refuses it.
     const QByteArray cutName = Records()
-                                   .textRecord(kCW, name(Administration::CWToName(4)))
+                                   .textRecord(kCW, Administration::CWToName(4).toUtf8())
                                    .i32(qint32(kHardwareStatus))
                                    .i32(14)
                                    .i32(10)

@@ -74,14 +74,19 @@ void readRaw(T &object, const QByteArray &bytes)
     object.SetVersionSpecificBinaryWithoutValidation(in);
 }
 
-/*! GetXml on a writer without document prologue or formatting. */
-template <class T>
-QString xml(const T &object)
+/*! What \a write writes, on a writer without document prologue or formatting. */
+inline QString writtenXml(const std::function<void(QXmlStreamWriter &)> &write)
 {
     QString text;
     QXmlStreamWriter writer(&text);
-    object.GetXml(writer);
+    write(writer);
     return text;
+}
+
+template <class T>
+QString xml(const T &object)
+{
+    return writtenXml([&](QXmlStreamWriter &w) { object.GetXml(w); });
 }
 
 template <class T>
@@ -141,6 +146,17 @@ void expectRoundTrip(const T &original, bool twoDecimals = true)
     }
 }
 
+/*! A ModeManager with its three fields set: On, On, LeaveScanMode. */
+inline HALVANE::ModeManager fullModeManager()
+{
+    HALVANE::ModeManager m;
+    m.SetValidate(true);
+    m.SetRunningState(1);
+    m.SetDualState(1);
+    m.SetSearchScanMode(3);
+    return m;
+}
+
 /*! An Administration with every field set, values of at most two decimals. */
 inline HALVANE::Administration administration()
 {
@@ -169,6 +185,29 @@ inline HALVANE::Administration administration()
     s.SetMeasurementInvalid(true);
     s.SetOverload(0);
     return a;
+}
+
+/*! A complete MeasurementData (a list that validates takes it) with every
+    field set; item and value as given. */
+inline HALVANE::MeasurementData measurement(int item, double value)
+{
+    HALVANE::MeasurementData d;
+    d.SetValidate(true);
+    d.SetMeasurementItem(HALVANE::MeasurementData::MeasurementItem(item));
+    d.SetInternalKey(-7);
+    d.SetMeasurementMode(8);
+    d.SetMeasurementState(1);
+    d.GetMeasurementResult().SetTimeStamp(QDateTime(QDate(2026, 11, 24), QTime(8, 30, 15, 250), Qt::UTC));
+    d.GetMeasurementResult().SetDoubleResult(value);
+    d.GetMeasurementResult().SetStringResult(QStringLiteral("text"));
+    d.GetMeasurementResult().SetUnit(QStringLiteral("dBuV"));
+    return d;
+}
+
+/*! The message of a length error that \a objectName's SetBinary reports. */
+inline QString lengthError(const QString &objectName)
+{
+    return objectName + QStringLiteral("::SetBinary(...): Length error occurred during processing of binary representation");
 }
 
 /*! Builds tagged input by hand: records of tag, length and value. */

@@ -99,16 +99,7 @@ private:
 };
 
 using test::forms;
-
-// A complete item, so that a list that validates takes it.
-MeasurementData measurement(int item, double value)
-{
-    MeasurementData d = test::example<MeasurementData>();
-    d.SetMeasurementItem(MeasurementData::MeasurementItem(item));
-    d.SetInternalKey(item);
-    d.GetMeasurementResult().SetDoubleResult(value);
-    return d;
-}
+using test::measurement;
 
 } // namespace
 

@@ -27,13 +27,6 @@ TEST(Xml, ModeManagerText)
 
 TEST(Xml, RequiredFieldsMissingRaiseCheckNotEmptyOutput)
 {
-    ModeManager m;
-    m.SetValidate(true);
-    m.SetRunningState(1);
-    m.SetDualState(1);
-    expectThrow<OutOfRangeException>([&] { test::xml(m); },
-                                     QStringLiteral("ModeManager: Please set SearchScanMode properly."));
-
     MeasurementList list;
     list.SetValidate(true);
     expectThrow<OutOfRangeException>([&] { test::xml(list); },
@@ -158,17 +151,9 @@ TEST(Xml, EmptyStringElementIsEmptyNotNull)
     EXPECT_TRUE(s.AnyData());
 }
 
-TEST(Xml, ListsAccumulateAndIncompleteItemsThrow)
+// Lists read onto what is there are BaseInterface.XmlStringResetsFirstOnRequest's.
+TEST(Xml, IncompleteItemsThrow)
 {
-    const QString text = QStringLiteral(
-        "<MeasurementList><MeasurementItem>CW_AM</MeasurementItem><MeasurementItem>Audio</MeasurementItem>"
-        "<RecordingState>On</RecordingState></MeasurementList>");
-    MeasurementList list;
-    test::readXml(list, text);
-    test::readXml(list, text);
-    EXPECT_EQ(list.GetMeasurementItem(), (QVector<MeasurementList::MeasurementItem>{3, 13, 3, 13}));
-    EXPECT_EQ(list.GetRecordingState(), 0);
-
     // An item whose Check fails is reported by that Check.
     MeasurementResultList results;
     MeasurementData data;
