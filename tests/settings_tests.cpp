@@ -333,6 +333,8 @@ TEST(Settings, ExactTextAndBytes)
         forms("ReceiverSettings: a member touched through its mutable getter", touched,
               QStringLiteral("<ReceiverSettings><FFMSettings/></ReceiverSettings>"),
               "00 00 00 08 06 49 3F 83 00 00 00 00", "02 00 00"),
+        forms("ReceiverSettings: fresh", ReceiverSettings(), QStringLiteral("<ReceiverSettings/>"), "00 00 00 00",
+              "00 00"),
         forms("SensorSettings: nested object and list items", sensor,
               QStringLiteral("<SensorSettings><Level>1.00</Level><BandwidthSettings>"
                              "<BandwidthMethod>OFF</BandwidthMethod><XDBValue>3.00</XDBValue>"
